@@ -1,0 +1,83 @@
+// The active data set as the module sees it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/Visibility.h"
+
+// One observed value, a number or a string. Strings compare by bytes, trailing blanks ignored.
+class BAYES_PLATFORM OBS {
+ public:
+  explicit OBS(double number);
+  explicit OBS(std::string text);
+
+  bool IsString() const { return std::holds_alternative<std::string>(fValue); }
+  // Meaningful for the matching kind only.
+  double GetNumber() const { return std::get<double>(fValue); }
+  const std::string& GetString() const { return std::get<std::string>(fValue); }
+  bool operator==(const OBS& other) const = default;
+
+ private:
+  std::variant<double, std::string> fValue;
+};
+
+// A print format. Type 5 is the plain numeric format.
+struct ZARQ_Format {
+  std::uint16_t fWidth = 8;
+  std::uint8_t fType = 5;
+  std::uint8_t fDecimals = 2;
+};
+
+// One variable of the data set's dictionary. Lives as long as the data set.
+class BAYES_PLATFORM ZARQ_Variable {
+ public:
+  struct State;
+  explicit ZARQ_Variable(std::shared_ptr<const State> state);
+
+  const std::string& GetName() const;
+  // The label, or the name when there is no label.
+  const std::string& GetPreferredLabel() const;
+  ZARQ_Format GetFormat() const;
+  bool IsString() const;
+  // Bytes of a string variable's longest value; 8 for a numeric variable.
+  int GetWidth() const;
+  // Empty when the value has no label.
+  std::string GetValueLabel(const OBS& value) const;
+
+  const State& GetState() const { return *fpState; }
+
+ private:
+  std::shared_ptr<const State> fpState;
+};
+
+class BAYES_PLATFORM ZARQ_DataSource {
+ public:
+  int ColumnCount() const;
+  // By dictionary index, 0 <= index < ColumnCount().
+  const ZARQ_Variable& GetVariable(int index) const;
+  // The double that stands for missing in a record.
+  static double GetMissingValue();
+};
+
+// The run's view of the active data set. Any number of objects may exist; all look at the same data.
+class BAYES_PLATFORM ProcedureDataSource : public ZARQ_DataSource {
+ public:
+  ProcedureDataSource();
+
+  // True once the host has met an error, or an interrupt, that ends the procedure.
+  bool FatalError() const;
+  // Announces how many variables the run will add to the data set.
+  void SetMaxObsAdded(unsigned count);
+  // Dictionary index of the frequency weight, negative when the data are unweighted.
+  int GetWeightVarIndex() const;
+  int GetNSplitVars() const;
+  // Dictionary index of split variable i, 0 <= i < GetNSplitVars().
+  int GetSplitVarIndex(int i) const;
+  bool IsSplitFile() const { return GetNSplitVars() > 0; }
+  // True when the host arranges the splits' output itself, so that no heading for each split is wanted.
+  bool LaysOutSplits() const;
+};
