@@ -1,8 +1,10 @@
-// What host, module and component share: the missing value, records, statuses, progress, cancellation, threads.
+// What host, module and component share: the missing value, records, statuses, progress, cancellation,
+// threads. Header only, so that a host and a component built apart from each other agree on it.
 #pragma once
 
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -10,10 +12,10 @@
 
 namespace MCCommon_850 {
 
-// The double that stands for "not given" in settings and for "missing" in records and results: the most negative finite double, compared
-// by equality.
+// The double that stands for "not given" in settings and for "missing" in records and results: the most
+// negative finite double, compared by equality.
 struct BAYES_PLATFORM MCMV {
-  static double Missing();
+  static constexpr double Missing() { return std::numeric_limits<double>::lowest(); }
 };
 
 // One case: a row of GetRecordSize() doubles in the order of the record slots.
@@ -24,7 +26,7 @@ struct Record {
 // The records of one split, in a fixed order, readable as often as wanted. Not thread-safe.
 class BAYES_PLATFORM MCRecordSource {
  public:
-  virtual ~MCRecordSource();
+  virtual ~MCRecordSource() = default;
   virtual int GetRecordSize() const = 0;
   // Back to the first record.
   virtual void Restart() = 0;
@@ -58,9 +60,9 @@ class BAYES_PLATFORM MCStatus {
 // The statuses collected while a model was built, errors included, in the order they arose.
 class BAYES_PLATFORM MCWarnings {
  public:
-  void Add(const MCStatus& status);
+  void Add(const MCStatus& status) { fvStatuses.push_back(status); }
   // `inOrder` is reserved; pass true.
-  const std::vector<MCStatus>& GetWarnings(bool inOrder) const;
+  const std::vector<MCStatus>& GetWarnings(bool /*inOrder*/) const { return fvStatuses; }
 
  private:
   std::vector<MCStatus> fvStatuses;
@@ -68,9 +70,12 @@ class BAYES_PLATFORM MCWarnings {
 
 class BAYES_PLATFORM ProgressReport {
  public:
-  void SetCount(const std::string& key, int count);
+  void SetCount(const std::string& key, int count) {
+    fKey = key;
+    fCount = count;
+  }
   // The count reported under a key ("records": cases read so far), 0 when there is none.
-  int GetCount(const std::string& key) const;
+  int GetCount(const std::string& key) const { return key == fKey ? fCount : 0; }
 
  private:
   std::string fKey;
@@ -80,27 +85,27 @@ class BAYES_PLATFORM ProgressReport {
 // Called now and then while a model is built, on the thread that called BuildModel.
 class BAYES_PLATFORM ProgressListener {
  public:
-  virtual ~ProgressListener();
+  virtual ~ProgressListener() = default;
   virtual void ReportProgress(ProgressReport& report) = 0;
 };
 
 // Asked now and then, from any thread.
 class BAYES_PLATFORM MCCancelQuery {
  public:
-  virtual ~MCCancelQuery();
+  virtual ~MCCancelQuery() = default;
   virtual bool IsCancelled() const = 0;
 };
 
 // Runs independent tasks, in any order, on up to `maxThreads` threads; returns when all are done.
 class BAYES_PLATFORM MCThreadFactory {
  public:
-  virtual ~MCThreadFactory();
+  virtual ~MCThreadFactory() = default;
   virtual void ForEach(int count, int maxThreads, const std::function<void(int)>& task) = 0;
 };
 
 class BAYES_PLATFORM MCTempFileNameMaker {
  public:
-  virtual ~MCTempFileNameMaker();
+  virtual ~MCTempFileNameMaker() = default;
   // Empty when no temporary file can be made.
   virtual std::string GetName() = 0;
 };

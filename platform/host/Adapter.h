@@ -1,7 +1,7 @@
 // Cases as records of doubles: which variables, which cases, in which passes.
 //
-// A record has one slot per registered variable. A pass reads every split in order; a split's records are those cases that have a
-// positive weight, pass the missing rules and are accepted by PreprocessRecord.
+// A record has one slot per registered variable. A pass reads every split in order; a split's records are
+// those cases that have a positive weight, pass the missing rules and are accepted by PreprocessRecord.
 #pragma once
 
 #include <memory>
@@ -18,7 +18,8 @@ namespace MCXML_850 {
 class MCVarList;
 }
 
-// Registers the variables of a run: dictionary index to record slot and back. A variable registered twice keeps one slot.
+// Registers the variables of a run: dictionary index to record slot and back. A variable registered twice
+// keeps one slot.
 class BAYES_PLATFORM ACAVarValidSpecs {
  public:
   // The flags are reserved; pass true.
@@ -27,9 +28,10 @@ class BAYES_PLATFORM ACAVarValidSpecs {
   ACAVarValidSpecs(const ACAVarValidSpecs&) = delete;
   ACAVarValidSpecs& operator=(const ACAVarValidSpecs&) = delete;
 
-  // `missingPasses` false: a missing value drops the case; true: it passes as the missing value. `userMissingIsMissing`:
-  // user-missing values count as missing. `missingPassesInLastPass`: the same as missingPasses, for the scoring pass.
-  // A categorical variable's slot holds category codes. Returns the slot.
+  // `missingPasses` false: a missing value drops the case; true: it passes as the missing value.
+  // `userMissingIsMissing`: user-missing values count as missing. `missingPassesInLastPass`: the same as
+  // missingPasses, for the scoring pass. A categorical variable's slot holds category codes. Returns the
+  // slot.
   int AddVariable(int index, bool categorical, bool missingPasses, bool userMissingIsMissing,
                   bool missingPassesInLastPass);
   // The same for a list; `slots` becomes the slots in list order.
@@ -60,8 +62,8 @@ class BAYES_PLATFORM ACAVarValidSpecs {
   std::unique_ptr<State> fpState;
 };
 
-// Base of a module's input adapter. The iterator drives it: PrepareNewPass, then per split PrepareNewSplit and, per case, PreprocessCase and
-// PreprocessRecord.
+// Base of a module's input adapter. The iterator drives it: PrepareNewPass, then per split PrepareNewSplit
+// and, per case, PreprocessCase and PreprocessRecord.
 class BAYES_PLATFORM ACAInputAdapter {
  public:
   ACAInputAdapter(ACAVarValidSpecs& varSpecs, ProcedureDataSource& dataSource);
@@ -93,15 +95,17 @@ class BAYES_PLATFORM ACAInputAdapter {
 
   // 0 metadata pass, 1 component pass, 2 scoring pass.
   int GetCurrentPass() const;
-  // Categories seen in accepted cases of the current split. Codes are 0-based positions in the order last asked for; they are
-  // provisional in pass 0 and final from pass 1 on.
+  // Categories seen in accepted cases of the current split. Codes are 0-based positions in the order last
+  // asked for; they are provisional in pass 0 and final from pass 1 on.
   int GetRecordCatVarSize(int slot) const;
   void ReorderRecordCats(int slot, bool ascending);
-  // Code of a value, negative (and notFound set) when the current split has no such category. `add` true is reserved.
+  // Code of a value, negative (and notFound set) when the current split has no such category. `add` true is
+  // reserved.
   int EncodeRecordCatValue(int slot, const OBS& value, bool& notFound, bool add) const;
   // Value of a code, null when the code is out of range. Lives until the split ends for good (the run's end).
   const OBS* DecodeRecordCatValue(int slot, int code) const;
-  // Smallest and largest value of a numeric slot among the accepted cases of the current split; the missing value when there are none.
+  // Smallest and largest value of a numeric slot among the accepted cases of the current split; the missing
+  // value when there are none.
   double GetRecordVarMin(int slot) const;
   double GetRecordVarMax(int slot) const;
 
@@ -111,7 +115,8 @@ class BAYES_PLATFORM ACAInputAdapter {
   double GetSplitCaseCount() const;
   // The number of records that the split will hand to the component: a size hint for ACADataFileIter.
   int GetSplitSize() const;
-  // Counts of the current split. Valid: accepted; dropped: lost to missing values. Cases without a positive weight count nowhere.
+  // Counts of the current split. Valid: accepted; dropped: lost to missing values. Cases without a positive
+  // weight count nowhere.
   double GetValidCount() const;
   double GetWeightedValidCount() const;
   double GetDroppedCount() const;
@@ -130,16 +135,18 @@ class BAYES_PLATFORM ACAProcDataSourceIter {
  public:
   enum State { kReady = 0, kNoCase = 1, kNoValidCase = 3 };
 
-  // Starts pass 0. With `readAhead`, construction already looks for the first accepted record. Both must outlive the iterator.
+  // Starts pass 0. With `readAhead`, construction already looks for the first accepted record. Both must
+  // outlive the iterator.
   ACAProcDataSourceIter(ACAInputAdapter& adapter, bool readAhead);
   ~ACAProcDataSourceIter();
   ACAProcDataSourceIter(const ACAProcDataSourceIter&) = delete;
   ACAProcDataSourceIter& operator=(const ACAProcDataSourceIter&) = delete;
 
-  // Moves to the next split and to its first accepted record. False: no further split. A split stays current until the next call.
+  // Moves to the next split and to its first accepted record. False: no further split. A split stays current
+  // until the next call.
   bool NewSplit();
-  // After construction: kNoCase the data hold no case at all, kNoValidCase (without split files) no accepted one. Later: kNoValidCase the
-  // current split gave no accepted record.
+  // After construction: kNoCase the data hold no case at all, kNoValidCase (without split files) no accepted
+  // one. Later: kNoValidCase the current split gave no accepted record.
   State GetState() const;
   bool HasRecord() const;
   // To the next accepted record of the current split.
@@ -156,18 +163,20 @@ class BAYES_PLATFORM ACAProcDataSourceIter {
   std::unique_ptr<Implementation> fpImplementation;
 };
 
-// The records of one split, kept for the component, which may read them several times: in memory up to the memory setting, in a temporary
-// file beyond it.
+// The records of one split, kept for the component, which may read them several times: in memory up to the
+// memory setting, in a temporary file beyond it.
 class BAYES_PLATFORM ACADataFileIter : public MCCommon_850::MCRecordSource {
  public:
-  // `sortVars`: slots to sort by, empty for the order of the cases. `sizeHint`: expected number of records, 0 when unknown.
+  // `sortVars`: slots to sort by, empty for the order of the cases. `sizeHint`: expected number of records, 0
+  // when unknown.
   ACADataFileIter(ACAInputAdapter& adapter, const std::vector<int>& sortVars, int sizeHint);
   ~ACADataFileIter() override;
   ACADataFileIter(const ACADataFileIter&) = delete;
   ACADataFileIter& operator=(const ACADataFileIter&) = delete;
 
   ACAProcDataSourceIter::State GetState() const;
-  // Takes the current split's records from the iterator. False: the run was cancelled or the file could not be written.
+  // Takes the current split's records from the iterator. False: the run was cancelled or the file could not
+  // be written.
   bool FillDataFile(ACAProcDataSourceIter& records);
   // Releases the records.
   void CloseDataFile();

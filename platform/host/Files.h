@@ -5,5 +5,6 @@
 
 #include "platform/Visibility.h"
 
-// A name, with this prefix, for a temporary file that the host removes when the run ends. False when no such file can be made.
+// A name, with this prefix, for a temporary file that the host removes when the run ends. False when no such
+// file can be made.
 BAYES_PLATFORM bool FormTempName(const std::string& prefix, std::string& name);

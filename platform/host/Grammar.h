@@ -15,18 +15,18 @@ struct UPSpecTypes {
     kBareOrOneValue = 2    // each parameter bare or with one value
   };
   enum ParamSpec {
-    kTokenList = 2,        // variable names or values; matrices with row separators
-    kKeyword = 3,          // exactly one of the string values
+    kTokenList = 2,  // variable names or values; matrices with row separators
+    kKeyword = 3,    // exactly one of the string values
     kQuotedText = 4,
-    kKeywords = 5,         // one or more of the string values
-    kNumber = 7,           // one number, or one of the string values if any are declared
+    kKeywords = 5,  // one or more of the string values
+    kNumber = 7,    // one number, or one of the string values if any are declared
     kNumbers = 8,
-    kInteger = 9,          // one integer, or one of the string values if any are declared
-    kVariable = 15,        // one variable name
-    kVariablePairs = 16,   // a WITH b, or a b
-    kTable = 17,           // rows BY columns
-    kFile = 20,            // a quoted path
-    kQualifier = 27        // one keyword of the qualifiers, each with its own values
+    kInteger = 9,         // one integer, or one of the string values if any are declared
+    kVariable = 15,       // one variable name
+    kVariablePairs = 16,  // a WITH b, or a b
+    kTable = 17,          // rows BY columns
+    kFile = 20,           // a quoted path
+    kQualifier = 27       // one keyword of the qualifiers, each with its own values
   };
   enum BracketOptions { kBracketsFree = 0 };
   enum LowerBdryOptions { kAtLeast = 1, kGreaterThan = 2 };
@@ -43,8 +43,8 @@ struct UPBoundary {
 // A parameter of a subcommand, or a qualifier of one that takes values of its own.
 class BAYES_PLATFORM ParamDescriptor {
  public:
-  // `required`: the subcommand must have it. `valueRequired`: parentheses after it may not be empty; for a parameter also: it may
-  // not stand bare.
+  // `required`: the subcommand must have it. `valueRequired`: parentheses after it may not be empty; for a
+  // parameter also: it may not stand bare.
   ParamDescriptor(std::string name, UPSpecTypes::ParamSpec spec, bool required, bool valueRequired,
                   UPSpecTypes::BracketOptions brackets);
 

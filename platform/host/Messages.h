@@ -6,8 +6,9 @@
 #include "platform/Visibility.h"
 #include "platform/host/Grammar.h"
 
-// Shows messages at the place, in the command text, of the parameter they name in the subcommand last read. Keys are looked up in the
-// host's string table, arguments fill ^1 to ^5. An error makes the command fail; a warning doesn't.
+// Shows messages at the place, in the command text, of the parameter they name in the subcommand last read.
+// Keys are looked up in the host's string table, arguments fill ^1 to ^5. An error makes the command fail; a
+// warning doesn't.
 class BAYES_PLATFORM ParserMessage {
  public:
   ParserMessage();
@@ -16,13 +17,15 @@ class BAYES_PLATFORM ParserMessage {
   void SetProcedureTitle(const std::string& procTitle);
 
   void GenericError(const std::string& key, const std::string& arg1 = {}, const std::string& arg2 = {},
-                    const std::string& arg3 = {}, const std::string& arg4 = {}, const std::string& arg5 = {}) const;
+                    const std::string& arg3 = {}, const std::string& arg4 = {},
+                    const std::string& arg5 = {}) const;
   void GenericWarning(const std::string& key, const std::string& arg1 = {}, const std::string& arg2 = {},
                       const std::string& arg3 = {}, const std::string& arg4 = {},
                       const std::string& arg5 = {}) const;
 
   void NoSubCom() const;
-  void ParamExclusive(const std::string& first, const std::string& second, const std::string& subcommand) const;
+  void ParamExclusive(const std::string& first, const std::string& second,
+                      const std::string& subcommand) const;
   void ParamNeedNumber(const std::string& parameter, const std::string& subcommand) const;
   void TokenNoQualif(const std::string& parameter, const std::string& subcommand) const;
   void VariableNotNumeric(const std::string& variable, const std::string& parameter,

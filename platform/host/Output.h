@@ -1,6 +1,8 @@
-// The command's output: notes, messages, headings and pivot tables. The calls describe what is shown, never how.
+// The command's output: notes, messages, headings and pivot tables. The calls describe what is shown, never
+// how.
 //
-// Every text is a BpCellText. Handles (heading, table, dimension, group, category) are cheap to copy and refer to the document.
+// Every text is a BpCellText. Handles (heading, table, dimension, group, category) are cheap to copy and
+// refer to the document.
 #pragma once
 
 #include <memory>
@@ -111,8 +113,8 @@ class BAYES_PLATFORM BpGroup {
   struct State;
   explicit BpGroup(std::shared_ptr<State> state);
 
-  // The category of that identity (the variable, the value or the key, not the words shown), found or added; it becomes its
-  // dimension's current one.
+  // The category of that identity (the variable, the value or the key, not the words shown), found or added;
+  // it becomes its dimension's current one.
   BpCategory Category(const BpCellText& text);
   // A nested group, found or added. `sort` 2: categories stand in the order of their creation.
   BpGroup Group(const BpCellText& text, bool showLabel, int sort);

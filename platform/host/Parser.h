@@ -1,4 +1,5 @@
-// The host's parser: checks a command against its declared grammar and gives typed access to what was accepted.
+// The host's parser: checks a command against its declared grammar and gives typed access to what was
+// accepted.
 #pragma once
 
 #include <memory>
@@ -9,8 +10,8 @@
 #include "platform/host/Grammar.h"
 #include "platform/host/Tokens.h"
 
-// One accepted parameter. Keywords are stored in the declared spelling. Readers of a value return false, and leave the
-// argument alone, when the parameter stands without such a value.
+// One accepted parameter. Keywords are stored in the declared spelling. Readers of a value return false, and
+// leave the argument alone, when the parameter stands without such a value.
 class BAYES_PLATFORM ParamObj {
  public:
   struct State;
@@ -47,8 +48,8 @@ class BAYES_PLATFORM SubComObj {
   explicit SubComObj(std::shared_ptr<const State> state);
 
   const std::string& getName() const;
-  // Null when the parameter is absent. Lives as long as the command specification. From here on, messages that name this
-  // parameter point at it.
+  // Null when the parameter is absent. Lives as long as the command specification. From here on, messages
+  // that name this parameter point at it.
   const ParamObj* getParamObj(const std::string& name) const;
   // The unnamed body; null when the subcommand has none.
   const ParamObj* getExportParamObj() const;
@@ -85,8 +86,8 @@ class BAYES_PLATFORM UniversalParser {
   // All three must outlive the parser.
   UniversalParser(ZARQ_TokenSequence& tokens, CommandSpec& spec, const CommandDescriptor& grammar);
 
-  // 0: the text fits the grammar and the specification is filled. Otherwise the text was rejected (and the user told where, why and
-  // what was expected), or the run only asked for the grammar.
+  // 0: the text fits the grammar and the specification is filled. Otherwise the text was rejected (and the
+  // user told where, why and what was expected), or the run only asked for the grammar.
   int getCommandSpecifications();
 
  private:

@@ -15,8 +15,8 @@ class BAYES_PLATFORM ZARQ_Token {
   // Operator code of ';' between the rows of a matrix.
   static constexpr int kRowSeparator = 17;
 
-  // `position` is the byte offset in the command text. `leading`: the token opens a parameter or a keyword (rather than being
-  // a value of the one before).
+  // `position` is the byte offset in the command text. `leading`: the token opens a parameter or a keyword
+  // (rather than being a value of the one before).
   ZARQ_Token(Kind kind, std::string text, std::size_t position, double number = 0, int operatorCode = -1,
              bool leading = false);
 
@@ -40,7 +40,8 @@ class BAYES_PLATFORM ZARQ_Token {
   bool fLeading;
 };
 
-// The tokens of the run's current command, lexed when first asked for. The module hands it on and reads nothing from it.
+// The tokens of the run's current command, lexed when first asked for. The module hands it on and reads
+// nothing from it.
 class BAYES_PLATFORM ZARQ_TokenSequence {
  public:
   // `wholeCommand` true: from the command's name to its terminating period.

@@ -10,8 +10,9 @@
 #include "platform/host/Grammar.h"
 #include "platform/host/Tokens.h"
 
-// The variables that one subcommand's parameter names. Words its own errors (unknown name, wrong type, shared variable), each with the
-// place in the text and, for an unknown name, the nearest one. Indices are dictionary indices of the active data set.
+// The variables that one subcommand's parameter names. Words its own errors (unknown name, wrong type, shared
+// variable), each with the place in the text and, for an unknown name, the nearest one. Indices are
+// dictionary indices of the active data set.
 class BAYES_PLATFORM VarSpecObj {
  public:
   // A list that comes from the data set, not from the command ("SPLIT FILE", "WEIGHT").
@@ -29,18 +30,20 @@ class BAYES_PLATFORM VarSpecObj {
   // Off: a failing validation stays silent and the caller words the error.
   void SetErrorReport(bool on);
 
-  // Resolves names, `a TO d` and ALL; a repeated name counts once. False: an error was reported and the list is empty.
+  // Resolves names, `a TO d` and ALL; a repeated name counts once. False: an error was reported and the list
+  // is empty.
   bool ValidateVariables(const std::vector<ZARQ_Token>& names);
-  // `dependent BY factors WITH covariates`; this object takes the dependent variable. Dependent variable and covariates must be numeric.
-  // `repeatOption` 0: a variable stands once in the whole list.
+  // `dependent BY factors WITH covariates`; this object takes the dependent variable. Dependent variable and
+  // covariates must be numeric. `repeatOption` 0: a variable stands once in the whole list.
   bool ValidateRegrVarList(const std::vector<ZARQ_Token>& names, VarSpecObj& factors, const std::string& by,
                            VarSpecObj& covariates, const std::string& with, int repeatOption);
   // False (reported): the two lists share a variable.
   bool CheckCommonVars(const VarSpecObj& other) const;
   // False (reported): a variable is not among those of `whole`.
   bool CheckVarListSubset(const VarSpecObj& whole) const;
-  // The token as a value of variable `index` (a number for a numeric variable, text for a string variable). Null (reported unless
-  // SetErrorReport is off): it can't be one. The value lives as long as the command's run.
+  // The token as a value of variable `index` (a number for a numeric variable, text for a string variable).
+  // Null (reported unless SetErrorReport is off): it can't be one. The value lives as long as the command's
+  // run.
   const OBS* ValidateCatValue(int index, const ZARQ_Token& value) const;
 
   int GetNValidVars() const;

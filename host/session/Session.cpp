@@ -1,0 +1,55 @@
+#include "host/session/Session.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace BayesHost {
+
+namespace {
+thread_local Session* currentSession = nullptr;
+
+// Characters, not bytes, in UTF-8 text: continuation bytes don't count.
+int CountCharacters(const std::string& text, std::size_t begin, std::size_t end) {
+  return static_cast<int>(std::count_if(
+      text.begin() + static_cast<std::ptrdiff_t>(begin), text.begin() + static_cast<std::ptrdiff_t>(end),
+      [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+}
+}  // namespace
+
+SourcePlace FindPlace(const CommandText& command, std::size_t position) {
+  const std::string& text = command.fSource;
+  const std::size_t offset = std::min(command.fBegin + position, text.size());
+  const std::size_t before = offset == 0 ? std::string::npos : text.rfind('\n', offset - 1);
+  const std::size_t lineBegin = before == std::string::npos ? 0 : before + 1;
+  std::size_t lineEnd = std::min(text.find('\n', offset), text.size());
+  if (lineEnd > lineBegin && text[lineEnd - 1] == '\r') --lineEnd;
+  SourcePlace place;
+  place.fLine = 1 + static_cast<int>(std::count(text.begin(),
+                                                text.begin() + static_cast<std::ptrdiff_t>(lineBegin), '\n'));
+  place.fColumn = 1 + CountCharacters(text, lineBegin, offset);
+  place.fLineText = text.substr(lineBegin, lineEnd - lineBegin);
+  return place;
+}
+
+Session::Session(RunOptions options) : fOptions(options) {}
+Session::~Session() = default;
+
+Session& Session::Current() {
+  assert(currentSession != nullptr);
+  return *currentSession;
+}
+
+Session::Use::Use(Session& session) : fpPrevious(currentSession) {
+  currentSession = &session;
+}
+Session::Use::~Use() {
+  currentSession = fpPrevious;
+}
+
+void Session::BeginCommand(CommandText command, std::shared_ptr<CommandOutput> output) {
+  fCommand = std::move(command);
+  fpOutput = std::move(output);
+  fFatal = false;
+}
+
+}  // namespace BayesHost

@@ -1,0 +1,103 @@
+// What one run shares: its options, the active data set, the command under way and the document it writes.
+//
+// The module's host objects carry no pointer to the run; they find it through Session::Current(), which the
+// program sets before it calls an entry point.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "platform/Visibility.h"
+
+namespace BayesHost {
+
+class DataSet;        // host/data
+class CommandOutput;  // host/output: the document of one command
+
+enum class ParserMode {
+  Run,      // parse and go on
+  Check,    // parse, read, then stop before any case is read
+  Describe  // take the grammar and stop
+};
+
+struct RunOptions {
+  unsigned long fSeed = 0;  // seeds the source of random seeds; 0: taken from the machine's entropy
+  int fThreads = 0;         // 0: all cores
+  std::size_t fMemoryBytes = std::size_t{1} << 30;
+  bool fProgress = false;  // a progress line on standard error
+  bool fDebug = false;     // the debug channel on standard error
+  ParserMode fParserMode = ParserMode::Run;
+};
+
+// A command and its place in the file it came from.
+struct CommandText {
+  std::string fFile;    // as the user named it; empty for a command from the command line
+  std::string fSource;  // the whole file
+  std::size_t fBegin = 0;
+  std::size_t fEnd = 0;  // one past the terminating period
+
+  std::string GetText() const { return fSource.substr(fBegin, fEnd - fBegin); }
+};
+
+struct SourcePlace {
+  int fLine = 0;    // 1-based, in the file
+  int fColumn = 0;  // 1-based, in characters
+  std::string fLineText;
+};
+
+// Place of a byte offset that is relative to the command's beginning.
+BAYES_PLATFORM SourcePlace FindPlace(const CommandText& command, std::size_t position);
+
+class BAYES_PLATFORM Session {
+ public:
+  explicit Session(RunOptions options);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // The session in use on this thread; there must be one.
+  static Session& Current();
+
+  // Makes a session the current one of this thread for as long as it lives.
+  class BAYES_PLATFORM Use {
+   public:
+    explicit Use(Session& session);
+    ~Use();
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+
+   private:
+    Session* fpPrevious;
+  };
+
+  const RunOptions& GetOptions() const { return fOptions; }
+
+  // The active data set; null before the first DATA statement.
+  DataSet* GetData() const { return fpData.get(); }
+  void SetData(std::shared_ptr<DataSet> data) { fpData = std::move(data); }
+
+  // Starts a command: what the module does next belongs to it.
+  void BeginCommand(CommandText command, std::shared_ptr<CommandOutput> output);
+  const CommandText& GetCommand() const { return fCommand; }
+  CommandOutput& GetOutput() const { return *fpOutput; }
+
+  // Ends the procedure at its next question; set by host services whose error leaves nothing to go on with.
+  void SetFatal() { fFatal = true; }
+  bool IsFatal() const { return fFatal || IsInterrupted(); }
+
+  // The user's wish to stop; may be set from any thread or a signal handler.
+  void Interrupt() { fInterrupted.store(true, std::memory_order_relaxed); }
+  bool IsInterrupted() const { return fInterrupted.load(std::memory_order_relaxed); }
+
+ private:
+  RunOptions fOptions;
+  std::shared_ptr<DataSet> fpData;
+  CommandText fCommand;
+  std::shared_ptr<CommandOutput> fpOutput;
+  bool fFatal = false;
+  std::atomic<bool> fInterrupted{false};
+};
+
+}  // namespace BayesHost
