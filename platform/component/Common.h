@@ -96,7 +96,8 @@ class BAYES_PLATFORM MCCancelQuery {
   virtual bool IsCancelled() const = 0;
 };
 
-// Runs independent tasks, in any order, on up to `maxThreads` threads; returns when all are done.
+// Runs independent tasks, in any order, on up to `maxThreads` threads (0: the factory chooses); returns when
+// all are done. The first exception of a task is thrown again then.
 class BAYES_PLATFORM MCThreadFactory {
  public:
   virtual ~MCThreadFactory() = default;

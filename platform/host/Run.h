@@ -24,7 +24,8 @@ class BAYES_PLATFORM ACAThreadFactory : public MCCommon_850::MCThreadFactory {
   void ForEach(int count, int maxThreads, const std::function<void(int)>& task) override;
 };
 
-// Answers whether the user has asked the run to stop.
+// Answers whether the user has asked the run to stop. Takes the run when it is built, on the calling thread;
+// may be asked from any thread.
 class BAYES_PLATFORM ACAStopProcessor : public MCCommon_850::MCCancelQuery {
  public:
   // `interval`: seconds between two looks at the flag; 0 looks each time.
@@ -33,10 +34,12 @@ class BAYES_PLATFORM ACAStopProcessor : public MCCommon_850::MCCancelQuery {
   bool IsCancelled() const override;
 
  private:
-  double fInterval;
+  struct State;
+  std::unique_ptr<State> fpState;
 };
 
-// The run's own source of random numbers, used to draw seeds. Two runs with the same host seed draw the same.
+// The run's own source of random numbers, used to draw seeds. Draws go on across the commands of a run; two
+// runs with the same host seed draw the same.
 class BAYES_PLATFORM ACAUniformRandom {
  public:
   ACAUniformRandom();
