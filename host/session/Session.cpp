@@ -14,6 +14,12 @@ int CountCharacters(const std::string& text, std::size_t begin, std::size_t end)
       text.begin() + static_cast<std::ptrdiff_t>(begin), text.begin() + static_cast<std::ptrdiff_t>(end),
       [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
 }
+// Seeds stay within 32 bits, so that a user can type one down.
+unsigned long DrawSeed() {
+  std::random_device entropy;
+  const unsigned long seed = entropy();
+  return seed == 0 ? 1 : seed;
+}
 }  // namespace
 
 SourcePlace FindPlace(const CommandText& command, std::size_t position) {
@@ -31,7 +37,8 @@ SourcePlace FindPlace(const CommandText& command, std::size_t position) {
   return place;
 }
 
-Session::Session(RunOptions options) : fOptions(options) {}
+Session::Session(RunOptions options)
+    : fOptions(options), fSeed(options.fSeed == 0 ? DrawSeed() : options.fSeed), fSeedSource(fSeed) {}
 Session::~Session() = default;
 
 Session& Session::Current() {
@@ -46,9 +53,15 @@ Session::Use::~Use() {
   currentSession = fpPrevious;
 }
 
+// 53 random bits, the same on every platform (unlike the library's distributions).
+double Session::DrawUniform() {
+  return static_cast<double>(fSeedSource() >> 11U) * 0x1p-53;
+}
+
 void Session::BeginCommand(CommandText command, std::shared_ptr<CommandOutput> output) {
   fCommand = std::move(command);
   fpOutput = std::move(output);
+  fpParserRun.reset();
   fFatal = false;
 }
 

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstddef>
 #include <memory>
+#include <random>
 #include <string>
 
 #include "platform/Visibility.h"
@@ -15,6 +16,7 @@ namespace BayesHost {
 
 class DataSet;        // host/data
 class CommandOutput;  // host/output: the document of one command
+struct ParserRun;     // host/parser: what the parser remembers of the command under way
 
 enum class ParserMode {
   Run,      // parse and go on
@@ -83,6 +85,15 @@ class BAYES_PLATFORM Session {
   const CommandText& GetCommand() const { return fCommand; }
   CommandOutput& GetOutput() const { return *fpOutput; }
 
+  // What the parser remembers of the current command; the parser makes it when it first needs it.
+  const std::shared_ptr<ParserRun>& GetParserRun() const { return fpParserRun; }
+  void SetParserRun(std::shared_ptr<ParserRun> run) { fpParserRun = std::move(run); }
+
+  // The seed of the run: the option, or what entropy gave in its place. Never 0.
+  unsigned long GetSeed() const { return fSeed; }
+  // Uniform on [0, 1), from one stream for the whole run.
+  double DrawUniform();
+
   // Ends the procedure at its next question; set by host services whose error leaves nothing to go on with.
   void SetFatal() { fFatal = true; }
   bool IsFatal() const { return fFatal || IsInterrupted(); }
@@ -96,6 +107,9 @@ class BAYES_PLATFORM Session {
   std::shared_ptr<DataSet> fpData;
   CommandText fCommand;
   std::shared_ptr<CommandOutput> fpOutput;
+  std::shared_ptr<ParserRun> fpParserRun;
+  unsigned long fSeed;
+  std::mt19937_64 fSeedSource;
   bool fFatal = false;
   std::atomic<bool> fInterrupted{false};
 };

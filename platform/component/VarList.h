@@ -1,12 +1,9 @@
 // What a component knows of the variables behind the record slots: for messages to itself and for exported
-// models.
+// models. Header only: the host fills it, the component reads it.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
-
-#include "platform/Visibility.h"
 
 namespace MCXML_850 {
 
@@ -27,31 +24,29 @@ struct MCVariable {
   std::vector<MCCategory> fvCategories;
 };
 
-// A value, filled by the host.
-class BAYES_PLATFORM MCVarList {
+class MCVarList {
  public:
-  MCVarList();
-  ~MCVarList();
-  MCVarList(const MCVarList&) = delete;
-  MCVarList& operator=(const MCVarList&) = delete;
+  void AddVariable(const MCVariable& variable) { fvVariables.push_back(variable); }
+  const std::vector<MCVariable>& GetVariables() const { return fvVariables; }
 
-  void AddVariable(const MCVariable& variable);
-  const std::vector<MCVariable>& GetVariables() const;
-
-  void SetUnWeightedCount(double count);
-  void SetWeightedCount(double count);
-  void SetDroppedCount(double count);
-  void SetWeightedDroppedCount(double count);
-  void SetListwiseDeletion(bool listwise);
-  double GetUnWeightedCount() const;
-  double GetWeightedCount() const;
-  double GetDroppedCount() const;
-  double GetWeightedDroppedCount() const;
-  bool GetListwiseDeletion() const;
+  void SetUnWeightedCount(double count) { fUnWeighted = count; }
+  void SetWeightedCount(double count) { fWeighted = count; }
+  void SetDroppedCount(double count) { fDropped = count; }
+  void SetWeightedDroppedCount(double count) { fWeightedDropped = count; }
+  void SetListwiseDeletion(bool listwise) { fListwise = listwise; }
+  double GetUnWeightedCount() const { return fUnWeighted; }
+  double GetWeightedCount() const { return fWeighted; }
+  double GetDroppedCount() const { return fDropped; }
+  double GetWeightedDroppedCount() const { return fWeightedDropped; }
+  bool GetListwiseDeletion() const { return fListwise; }
 
  private:
-  struct State;
-  std::unique_ptr<State> fpState;
+  std::vector<MCVariable> fvVariables;
+  double fUnWeighted = 0;
+  double fWeighted = 0;
+  double fDropped = 0;
+  double fWeightedDropped = 0;
+  bool fListwise = false;
 };
 
 }  // namespace MCXML_850

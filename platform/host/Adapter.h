@@ -19,7 +19,7 @@ class MCVarList;
 }
 
 // Registers the variables of a run: dictionary index to record slot and back. A variable registered twice
-// keeps one slot.
+// keeps one slot and the flags of the first registration; the categorical flags must agree.
 class BAYES_PLATFORM ACAVarValidSpecs {
  public:
   // The flags are reserved; pass true.
@@ -63,7 +63,8 @@ class BAYES_PLATFORM ACAVarValidSpecs {
 };
 
 // Base of a module's input adapter. The iterator drives it: PrepareNewPass, then per split PrepareNewSplit
-// and, per case, PreprocessCase and PreprocessRecord.
+// and, per case, PreprocessCase and PreprocessRecord. The base versions of these four do nothing (and
+// accept): pass, counts and categories are the iterator's business, settled before it calls them.
 class BAYES_PLATFORM ACAInputAdapter {
  public:
   ACAInputAdapter(ACAVarValidSpecs& varSpecs, ProcedureDataSource& dataSource);
@@ -135,15 +136,17 @@ class BAYES_PLATFORM ACAProcDataSourceIter {
  public:
   enum State { kReady = 0, kNoCase = 1, kNoValidCase = 3 };
 
-  // Starts pass 0. With `readAhead`, construction already looks for the first accepted record. Both must
-  // outlive the iterator.
+  // Starts pass 0. With `readAhead`, construction (and Restart) already prepares the first split and looks
+  // for its first accepted record; the first NewSplit then only makes it known. Both must outlive the
+  // iterator.
   ACAProcDataSourceIter(ACAInputAdapter& adapter, bool readAhead);
   ~ACAProcDataSourceIter();
   ACAProcDataSourceIter(const ACAProcDataSourceIter&) = delete;
   ACAProcDataSourceIter& operator=(const ACAProcDataSourceIter&) = delete;
 
-  // Moves to the next split and to its first accepted record. False: no further split. A split stays current
-  // until the next call.
+  // Moves to the next split and to its first accepted record; unread records of the split before are dropped.
+  // False: no further split, or no usable case at all (state kNoCase or, without split files, kNoValidCase,
+  // after construction). A split stays current until the next call.
   bool NewSplit();
   // After construction: kNoCase the data hold no case at all, kNoValidCase (without split files) no accepted
   // one. Later: kNoValidCase the current split gave no accepted record.
@@ -174,6 +177,7 @@ class BAYES_PLATFORM ACADataFileIter : public MCCommon_850::MCRecordSource {
   ACADataFileIter(const ACADataFileIter&) = delete;
   ACADataFileIter& operator=(const ACADataFileIter&) = delete;
 
+  // kNoValidCase: the adapter's current split gave no accepted record in this pass.
   ACAProcDataSourceIter::State GetState() const;
   // Takes the current split's records from the iterator. False: the run was cancelled or the file could not
   // be written.

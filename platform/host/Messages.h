@@ -6,9 +6,9 @@
 #include "platform/Visibility.h"
 #include "platform/host/Grammar.h"
 
-// Shows messages at the place, in the command text, of the parameter they name in the subcommand last read.
-// Keys are looked up in the host's string table, arguments fill ^1 to ^5. An error makes the command fail; a
-// warning doesn't.
+// Shows messages at their place in the command text: that of the first argument whose first word names a
+// parameter of the subcommand last read, else the subcommand's. Keys are looked up in the host's string
+// table, arguments fill ^1 to ^5. An error makes the command fail; a warning doesn't.
 class BAYES_PLATFORM ParserMessage {
  public:
   ParserMessage();

@@ -97,11 +97,12 @@ class BAYES_PLATFORM BpCategory {
   struct State;
   explicit BpCategory(std::shared_ptr<State> state);
 
-  // Writes the cell at the crossing of the current categories of all dimensions.
+  // Makes the category its dimension's current one and writes the cell at the crossing of the current
+  // categories of all dimensions.
   void Cell(const BpCellText& content);
   // A footnote on the category's label.
   void Note(const BpAnnotation& note);
-  // A footnote on the cell that the current categories name.
+  // A footnote on that cell.
   void CellNote(const BpAnnotation& note);
 
  private:
@@ -113,8 +114,8 @@ class BAYES_PLATFORM BpGroup {
   struct State;
   explicit BpGroup(std::shared_ptr<State> state);
 
-  // The category of that identity (the variable, the value or the key, not the words shown), found or added;
-  // it becomes its dimension's current one.
+  // The category of that identity (the variable, the value or the key, not the words shown; a composite's is
+  // its key and its parts), found or added; it becomes its dimension's current one.
   BpCategory Category(const BpCellText& text);
   // A nested group, found or added. `sort` 2: categories stand in the order of their creation.
   BpGroup Group(const BpCellText& text, bool showLabel, int sort);

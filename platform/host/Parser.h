@@ -11,7 +11,8 @@
 #include "platform/host/Tokens.h"
 
 // One accepted parameter. Keywords are stored in the declared spelling. Readers of a value return false, and
-// leave the argument alone, when the parameter stands without such a value.
+// leave the argument alone, when the parameter stands without such a value. Of a qualifier parameter they see
+// the qualifier's values only, never its keyword.
 class BAYES_PLATFORM ParamObj {
  public:
   struct State;
@@ -20,7 +21,7 @@ class BAYES_PLATFORM ParamObj {
   const std::string& getName() const;
   bool getNumberValue(double& value) const;
   bool getIntegerValue(long& value) const;
-  // True when the value is this keyword.
+  // True when the value is this keyword, in upper or lower case.
   bool isStringValueCase(const std::string& keyword) const;
   // All value tokens in order, row separators included; parentheses, braces and commas are gone.
   const std::vector<ZARQ_Token>& getTokenList() const;
