@@ -1,0 +1,67 @@
+// The frame of the output: notes, and which tables appear in which order.
+#include "bayesian/BYSOutput.h"
+
+namespace {
+
+// Sections of the notes table.
+constexpr int kFiles = 2;
+constexpr int kCaseHandling = 4;
+
+constexpr int kChartTemplates = 3;
+
+void AddCaseNote(const char* label, const char* value) {
+  AddNotes(kCaseHandling, BpString(label, true), BpString(value, true));
+}
+
+void AddFileNote(const char* label, const std::string& name) {
+  AddNotes(kFiles, BpString(label, true), BpString(name, false));
+}
+
+}  // namespace
+
+// Tables appear in this order: Bayes factors before posterior distributions.
+const BYSOutput::Step BYSOutput::kSteps[] = {
+    {BSNConst::OneSample, BSNConst::Normal, false, &BYSOutput::DisplayTTestOutput},
+    {BSNConst::OneSample, BSNConst::Normal, true, &BYSOutput::DisplayPostDistribution},
+};
+
+BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, const BYSValidSpecs* specs,
+                     BYSFactory* factory)
+    : fDataSource(dataSource),
+      fpProcedure(procedure),
+      fSpecs(*specs),
+      fChartDictionary(PathFactory::getPathInstance(kChartTemplates)),
+      fFactory(*factory),
+      fStatSettings(*specs->GetStatSettingsPtr()) {
+  fChartDictionary.SetProcedure(specs->GetProcTitle());
+}
+
+BYSOutput::~BYSOutput() = default;
+
+void BYSOutput::AddToNotesTable() {
+  const bool listwise = fStatSettings.GetMissScope() != BSNConst::ByTest;
+  const bool weighted = fStatSettings.GetFrequencyWeightVar() >= 0;
+  AddCaseNote("Definition of Missing", "MISSING is EXCLUDE ...");
+  AddCaseNote("Cases Used", listwise ? "Cases used listwise ..." : "Cases used analysiswise ...");
+  AddCaseNote("Weight Handling",
+              weighted ? "Weight values are rounded to the nearest whole numbers" : "not applicable");
+}
+
+void BYSOutput::CompleteNotesTable() {
+  if (fSpecs.GetOutFOptionMODEL()) AddFileNote("Model File", fSpecs.GetOutFModelFileName());
+  if (fSpecs.GetOutFOptionPARAMETER()) AddFileNote("Parameter File", fSpecs.GetOutFParameterFileName());
+}
+
+void BYSOutput::DisplayOutput() {
+  fpCompSettings = fFactory.GetBSNSettings();
+  fpOutputStats = fFactory.GetOutputStats();
+  const BSNConst::AnalysTypes analysis = fpCompSettings->GetAnalysType();
+  for (const Step& step : kSteps) {
+    const bool wanted = analysis == BSNConst::Both ||
+                        analysis == (step.posterior ? BSNConst::Posterior : BSNConst::BayesFactor);
+    if (wanted && step.model == fpCompSettings->GetModelType() &&
+        step.distribution == fpCompSettings->GetTestDistType()) {
+      (this->*step.display)();
+    }
+  }
+}

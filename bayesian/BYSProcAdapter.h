@@ -1,0 +1,104 @@
+// The module's input adapter: recodes what the component can't read from the data, and keeps what each
+// split's data settled.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "bayesian/BYSValidSpecs.h"
+#include "platform/host/Adapter.h"
+
+// Driven by the host's iterator. In pass 0 it learns the categories that the definitions of success and
+// groups speak of; from pass 1 on it recodes the records.
+class BYSProcAdapter : public ACAInputAdapter {
+ public:
+  // What the data of one split settled. Members keep their order: messages and output rely on nothing else of
+  // the adapter.
+  struct SplitProcData {
+    // Per binomial test variable: codes that count as success; codes of the given values, in the order given;
+    // cut point.
+    std::vector<std::vector<int>> fvSuccessCats;
+    std::vector<std::vector<int>> fvGivenCats;
+    std::vector<double> fvCutPoints;
+    // Per one-sample test variable: a case's value was discarded.
+    std::vector<bool> fvBadValues;
+    // Codes of the two groups; the cut point that makes them.
+    std::vector<int> fvGroupCats;
+    double fGroupCutPoint;
+    // Per covariate.
+    std::vector<double> fvCovarSums;
+    std::vector<double> fvCovarMeans;
+    bool fZeroOrNegative = false;
+    bool fNonInteger = false;
+    bool fNegative = false;
+    bool fBadWeight = false;
+  };
+
+  // Both must outlive the adapter; the specifications must be complete.
+  BYSProcAdapter(BYSValidSpecs* specs, ProcedureDataSource& dataSource);
+  ~BYSProcAdapter() override;
+
+  bool PreprocessCase() override;
+  bool PreprocessRecord(double* record) override;
+  void PrepareNewPass() override;
+  void PrepareNewSplit() override;
+
+  // Ends a split's reading: derives categories and cut points (pass 0), shows the warnings that its values
+  // earned (pass 1). False: the split can't be analysed; a message was shown.
+  bool CompleteSplit();
+  bool CompletePass();
+  // Whether the split held zero or negative counts, non-integer counts, negative counts, missing or
+  // non-positive regression weights.
+  void GetBadValueFlags(bool& zeroOrNegative, bool& nonInteger, bool& negative, bool& badWeight) const;
+  const std::vector<double>& GetCovarMeans() const;
+  // The raw values behind code 0 or 1 of a recoded variable, in the current split. Kinds FIRST and LAST: the
+  // categories in `obs`; LEVEL: the given values in all three lists; MIDPOINT and CUTPOINT: `values` = {cut,
+  // maximum} for code 1, {minimum, cut} for code 0. False: the slot is no recoded variable.
+  bool DecodeBinRecValue(int componentVar, int encValue, bool& isString, std::vector<const OBS*>& obs,
+                         std::vector<double>& values, std::vector<std::string>& strValues) const;
+
+ private:
+  using BinInfoElem = BYSValidSpecs::BinInfoElem;
+
+  void ResizeSplitData();
+  SplitProcData MakeSplitData() const;
+
+  // PreprocessRecord, by analysis.
+  void SumCovariates(const double* record);
+  void RecodeBinomial(double* record) const;
+  void ScreenCounts(double* record);
+  bool RecodeGroup(double* record) const;
+  bool HasUsableWeight(const double* record);
+
+  // CompleteSplit, by analysis (BYSProcAdapterSplit.cpp).
+  void OrderCategories();
+  void CompleteBinomial();
+  bool CompleteGroup();
+  void CompleteCounts();
+  void CompleteCovariates();
+  void EncodeSuccess(std::size_t test);
+  double MidPoint(int slot) const;
+  int EncodeValue(int slot, const OBS& value) const;
+  void WarnAboutVariable(const char* key, const char* splitKey, int index) const;
+  void ReportGroupValue(const OBS& value) const;
+  void DecodeRange(int slot, double cutPoint, int encValue, std::vector<double>& values) const;
+  void DecodeCategories(int slot, const std::vector<int>& cats, int encValue,
+                        std::vector<const OBS*>& obs) const;
+
+  BYSValidSpecs& fSpecs;
+  ProcedureDataSource& fDataSource;
+  BSNConst::ModelTypes fModelType;
+  BSNConst::DistTypes fTestDistType;
+  std::vector<int> fvTestVars;   // dictionary indices of the one-sample test variables
+  std::vector<int> fvTestSlots;  // their slots: the recoded ones of a binomial test
+  std::vector<int> fvBinSlots;   // slots of the raw values of a binomial test
+  int fGroupSlot;
+  int fGroupSourceSlot;
+  int fWeightSlot;
+  std::vector<int> fvCovarSlots;
+  double fMissing;
+  std::vector<SplitProcData> fvAllSplitProcData;
+  SplitProcData* fpSplitProcData = nullptr;
+  // Splits met in the current pass.
+  std::size_t fSplitCount = 0;
+};
