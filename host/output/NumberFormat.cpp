@@ -12,8 +12,8 @@ namespace {
 
 struct Rule {
   int fDecimals;
-  int fLeastDigits;   // significant digits below which the scientific notation takes over
-  double fTooLarge;   // rounded value from which it takes over
+  int fLeastDigits;  // significant digits below which the scientific notation takes over
+  double fTooLarge;  // rounded value from which it takes over
 };
 
 constexpr double kExactIntegers = 1e15;  // beyond it a fixed notation would invent digits
@@ -44,13 +44,13 @@ int SignificantDigits(const std::string& fixed) {
 std::string ShowByRule(double value, const Rule& rule) {
   const std::string fixed = fmt::format("{:.{}f}", value, rule.fDecimals);
   const int digits = SignificantDigits(fixed);
-  const bool tooLarge = std::abs(std::stod(fixed)) >= rule.fTooLarge;
+  const bool tooLarge = std::abs(value) + 0.5 * std::pow(10.0, -rule.fDecimals) >= rule.fTooLarge;
   if (value != 0 && (tooLarge || digits < rule.fLeastDigits)) return fmt::format("{:.3e}", value);
   return digits == 0 && fixed.front() == '-' ? fixed.substr(1) : fixed;
 }
 
 std::string ShowSignificance(double value) {
-  return value < 0.0005 ? "<.001" : fmt::format("{:.3f}", value);
+  return value < 0.001 ? "<.001" : fmt::format("{:.3f}", value);
 }
 
 }  // namespace

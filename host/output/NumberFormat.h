@@ -26,9 +26,10 @@ struct NumberFormat {
   // Decimals of the variable's own print format, for Mean, StdDev and VarSquared.
   int fVariableDecimals = 0;
 
-  // Three-decimal statistics and variances turn to the scientific notation when fixed decimals would show fewer than three
-  // significant digits, or at 1e6 and above; means and counts only when a nonzero value would show as zero, or at 1e15 and above.
-  // A missing value is "."; a value that rounds to zero has no sign.
+  // Three-decimal statistics and variances turn to the scientific notation when fixed decimals would show
+  // fewer than three significant digits, or at 1e6 and above; means and counts only when a nonzero value
+  // would show as zero, or at 1e15 and above. A missing value is "."; a value that rounds to zero has no
+  // sign.
   std::string Show(double value) const;
 };
 
