@@ -5,17 +5,35 @@
 
 namespace BayesHost {
 
+std::string ShowSplit(const Split& split) {
+  std::vector<std::string> texts;
+  for (const SplitValue& value : split) texts.push_back(value.fLabel + " = " + value.fText);
+  return JoinTexts(texts);
+}
+
 CommandOutput::CommandOutput(std::string name, std::string text, int line)
     : fName(std::move(name)), fText(std::move(text)), fLine(line) {}
 
-Item& CommandOutput::Add(ItemList& items, decltype(Item::fContent) content) {
+void CommandOutput::Add(decltype(Item::fContent) content) {
+  ItemList& items = fvOpen.empty() ? fItems : fvOpen.back()->fItems;
   items.push_back({fvSplit, std::move(content)});
-  return items.back();
+}
+
+Heading& CommandOutput::OpenHeading(ShownText text) {
+  ItemList& items = fvOpen.empty() ? fItems : fvOpen.back()->fItems;
+  items.push_back({fvSplit, Heading{std::move(text), {}}});
+  fvOpen.push_back(&std::get<Heading>(items.back().fContent));
+  return *fvOpen.back();
+}
+
+void CommandOutput::CloseHeading(const Heading& heading) {
+  const auto open = std::find(fvOpen.begin(), fvOpen.end(), &heading);
+  fvOpen.erase(open, fvOpen.end());
 }
 
 void CommandOutput::AddMessage(Message message) {
   if (message.fLevel == Message::Level::Error) fFailed = true;
-  Add(fItems, std::move(message));
+  Add(std::move(message));
 }
 
 void CommandOutput::AddNote(NoteEntry note) {

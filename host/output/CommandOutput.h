@@ -23,6 +23,8 @@ struct SplitValue {
   std::string fText;  // of the value, as the variable shows it
 };
 using Split = std::vector<SplitValue>;
+// "label = value, label = value"
+std::string ShowSplit(const Split& split);
 
 struct NoteEntry {
   int fSection = 0;  // 2 files, 3 saved variables, 4 case handling
@@ -72,8 +74,12 @@ class BAYES_PLATFORM CommandOutput {
   void SetSplit(Split split) { fvSplit = std::move(split); }
   const Split& GetSplit() const { return fvSplit; }
 
-  // Adds to `items`, the document's own list or a heading's. The reference stays valid as the document grows.
-  Item& Add(ItemList& items, decltype(Item::fContent) content);
+  // Adds under the innermost open heading, else to the document itself.
+  void Add(decltype(Item::fContent) content);
+  // A heading under the innermost open one. Its reference stays valid as the document grows.
+  Heading& OpenHeading(ShownText text);
+  // Closes the heading and those opened under it; nothing when it is closed already.
+  void CloseHeading(const Heading& heading);
   // An error makes the command fail.
   void AddMessage(Message message);
   // Notes stand first in the document, in the order of their sections.
@@ -81,6 +87,9 @@ class BAYES_PLATFORM CommandOutput {
 
   void SetFailed() { fFailed = true; }
   bool IsFailed() const { return fFailed; }
+  // The procedure's title, as shown.
+  void SetTitle(std::string title) { fTitle = std::move(title); }
+  const std::string& GetTitle() const { return fTitle; }
   // The seed of the command's random numbers.
   void SetSeed(std::uint64_t seed) { fSeed = seed; }
   std::optional<std::uint64_t> GetSeed() const { return fSeed; }
@@ -88,17 +97,18 @@ class BAYES_PLATFORM CommandOutput {
   const std::string& GetName() const { return fName; }
   const std::string& GetText() const { return fText; }
   int GetLine() const { return fLine; }
-  ItemList& GetItems() { return fItems; }
   const ItemList& GetItems() const { return fItems; }
 
  private:
   std::string fName;
   std::string fText;
+  std::string fTitle;
   int fLine;
   bool fFailed = false;
   std::optional<std::uint64_t> fSeed;
   Split fvSplit;
   ItemList fItems;
+  std::vector<Heading*> fvOpen;  // outermost first; they live in the lists of items
 };
 
 }  // namespace BayesHost

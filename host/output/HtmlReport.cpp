@@ -2,13 +2,22 @@
 
 #include <fmt/format.h>
 
-#include <sstream>
+#include <algorithm>
+#include <array>
+#include <utility>
 
 #include "host/output/SharePath.h"
 #include "host/output/TableLayout.h"
 
 namespace BayesHost {
 namespace {
+
+constexpr std::array<std::pair<char, std::string_view>, 5> kEscapes{
+    {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}, {'\'', "&#39;"}}};
+
+bool IsControl(char c) {
+  return (static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t' && c != '\r') || c == '\x7f';
+}
 
 std::string E(std::string_view text) {
   return HtmlReport::Escape(text);
@@ -34,20 +43,14 @@ class HtmlTable {
 
   void Write() const {
     fOut << "<table>\n";
-    if (!fLayer.empty()) fOut << "<caption>" << E(LayerText()) << "</caption>\n";
+    if (!fLayer.empty())
+      fOut << "<caption>" << E(JoinTexts(fLayout.GetLabels(fLayout.GetLayers(), fLayer))) << "</caption>\n";
     WriteHead();
     WriteBody();
     fOut << "</table>\n";
   }
 
  private:
-  std::string LayerText() const {
-    std::string text;
-    for (const std::string& label : fLayout.GetLabels(fLayout.GetLayers(), fLayer))
-      text += (text.empty() ? "" : ", ") + label;
-    return text;
-  }
-
   std::string LabelOf(const TableLayout::HeaderCell& cell) const {
     const Category& category = fLayout.GetCategory(cell);
     return E(category.fShowLabel ? category.fLabel.fText : "") +
@@ -150,7 +153,8 @@ class HtmlWriter {
   }
 
   void WriteCommand(const CommandOutput& command) {
-    fOut << "<section class=\"command\">\n<h2>" << E(command.GetName())
+    fOut << "<section class=\"command\">\n<h2>"
+         << E(command.GetTitle().empty() ? command.GetName() : command.GetTitle())
          << (command.IsFailed() ? " <span class=\"status\">failed</span>" : "") << "</h2>\n<pre>"
          << E(command.GetText()) << "</pre>\n";
     WriteItems(command.GetItems());
@@ -164,9 +168,7 @@ class HtmlWriter {
 
   void WriteItems(const ItemList& items) {
     for (const Item& item : items) {
-      std::string split;
-      for (const SplitValue& value : item.fvSplit)
-        split += (split.empty() ? "" : ", ") + value.fLabel + " = " + value.fText;
+      const std::string split = ShowSplit(item.fvSplit);
       if (split != fSplit && !split.empty()) fOut << "<p class=\"split\">" << E(split) << "</p>\n";
       fSplit = split;
       std::visit([&](const auto& content) { WriteContent(content); }, item.fContent);
@@ -218,27 +220,14 @@ class HtmlWriter {
 std::string HtmlReport::Escape(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    switch (c) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      case '>':
-        escaped += "&gt;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '\'':
-        escaped += "&#39;";
-        break;
-      default: {
-        const bool isControl = static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t' && c != '\r';
-        escaped += isControl || c == '\x7f' ? std::string("\uFFFD") : std::string(1, c);
-      }
-    }
+    const auto* known =
+        std::find_if(kEscapes.begin(), kEscapes.end(), [c](const auto& entry) { return entry.first == c; });
+    if (known != kEscapes.end())
+      escaped += known->second;
+    else if (IsControl(c))
+      escaped += "\uFFFD";
+    else
+      escaped += c;
   }
   return escaped;
 }

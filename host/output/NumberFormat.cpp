@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <limits>
+
+#include "platform/component/Common.h"
 
 namespace BayesHost {
 namespace {
@@ -18,18 +19,18 @@ struct Rule {
 
 constexpr double kExactIntegers = 1e15;  // beyond it a fixed notation would invent digits
 
-Rule RuleOf(const NumberFormat& format) {
+Rule RuleOf(const BpFormatSpec& format) {
   const int own = format.fVariableDecimals;
   switch (format.fKind) {
-    case NumberFormat::Kind::Count:
+    case BpFormatSpec::kCount:
       return {0, 0, kExactIntegers};
-    case NumberFormat::Kind::Mean:
-    case NumberFormat::Kind::StdDev:
+    case BpFormatSpec::kMean:
+    case BpFormatSpec::kStdDev:
       return {own + 2, 1, kExactIntegers};
-    case NumberFormat::Kind::VarSquared:
+    case BpFormatSpec::kVarSquared:
       return {std::clamp(2 * own + 2, 3, 8), 3, kExactIntegers};
-    case NumberFormat::Kind::Percent:
-    case NumberFormat::Kind::Residual:
+    case BpFormatSpec::kPercent:
+    case BpFormatSpec::kResidual:
       return {1, 1, kExactIntegers};
     default:
       return {3, 3, 1e6};
@@ -56,20 +57,20 @@ std::string ShowSignificance(double value) {
 }  // namespace
 
 bool IsMissing(double value) {
-  return !std::isfinite(value) || value == std::numeric_limits<double>::lowest();
+  return !std::isfinite(value) || value == MCCommon_850::MCMV::Missing();
 }
 
-std::string NumberFormat::Show(double value) const {
+std::string ShowNumber(double value, const BpFormatSpec& format) {
   if (IsMissing(value)) return ".";
-  switch (fKind) {
-    case Kind::Significance:
+  switch (format.fKind) {
+    case BpFormatSpec::kSignificance:
       return ShowSignificance(value);
-    case Kind::SigDigit:
+    case BpFormatSpec::kSigDigit:
       return fmt::format("{:.10g}", value == 0 ? 0.0 : value);
-    case Kind::Percent:
-      return ShowByRule(value, RuleOf(*this)) + "%";
+    case BpFormatSpec::kPercent:
+      return ShowByRule(value, RuleOf(format)) + "%";
     default:
-      return ShowByRule(value, RuleOf(*this));
+      return ShowByRule(value, RuleOf(format));
   }
 }
 

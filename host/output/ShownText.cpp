@@ -11,4 +11,10 @@ ShownText ShownText::Plain(std::string text) {
   return shown;
 }
 
+std::string JoinTexts(const std::vector<std::string>& texts) {
+  std::string joined;
+  for (std::size_t i = 0; i < texts.size(); ++i) joined += (i == 0 ? "" : ", ") + texts[i];
+  return joined;
+}
+
 }  // namespace BayesHost

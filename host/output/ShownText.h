@@ -25,4 +25,7 @@ struct ShownText {
   static ShownText Plain(std::string text);
 };
 
+// The texts with ", " between them.
+std::string JoinTexts(const std::vector<std::string>& texts);
+
 }  // namespace BayesHost

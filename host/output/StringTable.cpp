@@ -72,10 +72,7 @@ std::string FillList(const ListPattern& pattern, const Arguments& arguments) {
 }  // namespace
 
 std::string Argument::GetText() const {
-  if (!fIsList) return fText;
-  std::string joined;
-  for (const std::string& text : fvList) joined += (joined.empty() ? "" : ", ") + text;
-  return joined;
+  return fIsList ? JoinTexts(fvList) : fText;
 }
 
 std::string FillPlaceholders(std::string_view pattern, const Arguments& arguments) {
@@ -116,6 +113,18 @@ const std::string& StringTable::Find(const std::string& key) const {
 
 std::string StringTable::Fill(const std::string& key, const Arguments& arguments) const {
   return FillPlaceholders(Find(key), arguments);
+}
+
+ShownText ShowKey(const std::string& key, const Arguments& arguments) {
+  ShownText shown;
+  shown.fText = StringTable::English().Fill(key, arguments);
+  shown.fKey = key;
+  shown.fIdentity = "key:" + key;
+  for (const Argument& argument : arguments) {
+    shown.fvArguments.push_back(argument.GetText());
+    shown.fIdentity += '\x1f' + argument.GetText();
+  }
+  return shown;
 }
 
 }  // namespace BayesHost

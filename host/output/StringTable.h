@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "host/output/ShownText.h"
 #include "platform/Visibility.h"
 
 namespace BayesHost {
@@ -49,5 +50,8 @@ class BAYES_PLATFORM StringTable {
  private:
   std::unordered_map<std::string, std::string> fTexts;
 };
+
+// The English text of a key, filled.
+BAYES_PLATFORM ShownText ShowKey(const std::string& key, const Arguments& arguments = {});
 
 }  // namespace BayesHost

@@ -13,18 +13,6 @@ std::string TitleOf(const PivotTable& table, const TableLayout& layout) {
   return table.GetTitle().fText + (marks.empty() ? "" : " [" + marks + "]");
 }
 
-std::string JoinLabels(const std::vector<std::string>& labels) {
-  std::string joined;
-  for (const std::string& label : labels) joined += (joined.empty() ? "" : ", ") + label;
-  return joined;
-}
-
-bool SameSplit(const Split& a, const Split& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const SplitValue& x, const SplitValue& y) {
-    return x.fVariable == y.fVariable && x.fValue == y.fValue;
-  });
-}
-
 }  // namespace
 
 TextReport::TextReport(Options options) : fOptions(options) {}
@@ -48,26 +36,21 @@ void TextReport::WriteHead(const ReportHead& head, std::ostream& out) const {
 
 void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) const {
   out << '\n' << MakeRule() << '\n' << Bold(command.GetName());
+  if (!command.GetTitle().empty()) out << ": " << command.GetTitle();
   if (command.IsFailed()) out << " (failed)";
   out << '\n';
-  WriteItems(command.GetItems(), nullptr, out);
+  WriteItems(command.GetItems(), "", out);
 }
 
-void TextReport::WriteItems(const ItemList& items, const Split* shown, std::ostream& out) const {
+void TextReport::WriteItems(const ItemList& items, std::string split, std::ostream& out) const {
   for (const Item& item : items) {
     if (!fOptions.fMessages && std::holds_alternative<Message>(item.fContent)) continue;
-    if (!item.fvSplit.empty() && (shown == nullptr || !SameSplit(*shown, item.fvSplit)))
-      WriteSplit(item.fvSplit, out);
-    shown = &item.fvSplit;
+    const std::string own = ShowSplit(item.fvSplit);
+    if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
+    split = own;
     out << '\n';
     std::visit([&](const auto& content) { WriteContent(content, out); }, item.fContent);
   }
-}
-
-void TextReport::WriteSplit(const Split& split, std::ostream& out) const {
-  std::vector<std::string> texts;
-  for (const SplitValue& value : split) texts.push_back(value.fLabel + " = " + value.fText);
-  out << '\n' << Bold("Split: " + JoinLabels(texts)) << '\n';
 }
 
 void TextReport::WriteContent(const Notes& notes, std::ostream& out) const {
@@ -84,14 +67,14 @@ void TextReport::WriteContent(const Message& message, std::ostream& out) const {
 void TextReport::WriteContent(const Heading& heading, std::ostream& out) const {
   out << Bold(heading.fText.fText) << '\n';
   // The split of the first item stands above the heading itself.
-  WriteItems(heading.fItems, heading.fItems.empty() ? nullptr : &heading.fItems.front().fvSplit, out);
+  WriteItems(heading.fItems, heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().fvSplit), out);
 }
 
 void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ostream& out) const {
   const TableLayout layout(*table);
   out << Bold(TitleOf(*table, layout)) << '\n';
   for (const auto& layer : layout.GetLayers().fvLines) {
-    if (!layer.empty()) out << JoinLabels(layout.GetLabels(layout.GetLayers(), layer)) << '\n';
+    if (!layer.empty()) out << JoinTexts(layout.GetLabels(layout.GetLayers(), layer)) << '\n';
     out << TextTable(*table, layout, layer, fOptions.fWidth, fOptions.fUnicode ? "\u2500" : "-").Render();
   }
   if (table->GetCaption()) WriteWrapped("", table->GetCaption()->fText, out);

@@ -24,9 +24,8 @@ class BAYES_PLATFORM TextReport {
   void WriteCommand(const CommandOutput& command, std::ostream& out) const;
 
  private:
-  // `shown`: the split that the reader knows already; null: none.
-  void WriteItems(const ItemList& items, const Split* shown, std::ostream& out) const;
-  void WriteSplit(const Split& split, std::ostream& out) const;
+  // `split`: the one that stands above already; empty: none.
+  void WriteItems(const ItemList& items, std::string split, std::ostream& out) const;
   void WriteContent(const Notes& notes, std::ostream& out) const;
   void WriteContent(const Message& message, std::ostream& out) const;
   void WriteContent(const Heading& heading, std::ostream& out) const;
