@@ -1,0 +1,209 @@
+#include "host/output/JsonReport.h"
+
+#include <nlohmann/json.hpp>
+
+#include "host/output/NumberFormat.h"
+#include "host/output/TableLayout.h"
+
+namespace BayesHost {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json ItemsOf(const ItemList& items);
+
+Json NumberOf(double value) {
+  return IsMissing(value) ? Json(nullptr) : Json(value);
+}
+
+Json ValueOf(const DataValue& value) {
+  return std::holds_alternative<double>(value) ? NumberOf(std::get<double>(value))
+                                               : Json(std::get<std::string>(value));
+}
+
+template <typename T>
+Json OptionalOf(const std::optional<T>& value) {
+  return value ? Json(*value) : Json(nullptr);
+}
+
+Json LettersOf(const TableLayout& layout, const std::vector<int>& notes) {
+  Json letters = Json::array();
+  for (const int note : layout.GetNoteOrder())
+    if (std::find(notes.begin(), notes.end(), note) != notes.end()) letters.push_back(layout.GetLetter(note));
+  return letters;
+}
+
+Json FootnotesOf(const PivotTable& table, const TableLayout& layout) {
+  Json footnotes = Json::array();
+  for (const int note : layout.GetNoteOrder()) {
+    const Footnote& footnote = table.GetFootnotes()[static_cast<std::size_t>(note)];
+    Json entry{{"id", layout.GetLetter(note)}, {"key", footnote.fText.fKey}, {"text", footnote.fText.fText}};
+    if (footnote.fOnTable) entry["table"] = true;
+    footnotes.push_back(std::move(entry));
+  }
+  return footnotes;
+}
+
+Json CategoriesOf(const Dimension& dimension, const std::vector<int>& indices, const TableLayout& layout) {
+  Json categories = Json::array();
+  for (const int index : indices) {
+    const Category& category = dimension.fvCategories[static_cast<std::size_t>(index)];
+    Json entry{{"text", category.fLabel.fText}};
+    if (!category.fLabel.fVariable.empty()) entry["variable"] = category.fLabel.fVariable;
+    if (category.fLabel.fValue) entry["value"] = ValueOf(*category.fLabel.fValue);
+    if (!category.fvNotes.empty()) entry["footnotes"] = LettersOf(layout, category.fvNotes);
+    if (category.fIsGroup) entry["categories"] = CategoriesOf(dimension, category.fvChildren, layout);
+    categories.push_back(std::move(entry));
+  }
+  return categories;
+}
+
+Json DimensionsOf(const PivotTable& table, const TableLayout& layout) {
+  static constexpr const char* kRoles[] = {"row", "column", "layer"};
+  Json dimensions = Json::array();
+  for (const Dimension& dimension : table.GetDimensions())
+    dimensions.push_back({{"label", dimension.fLabel.fText},
+                          {"role", kRoles[static_cast<int>(dimension.fRole)]},
+                          {"categories", CategoriesOf(dimension, dimension.fvTop, layout)}});
+  return dimensions;
+}
+
+Json CellOf(const TableLayout& layout, const TableLayout::Line& layer, const TableLayout::Line& row,
+            const TableLayout::Line& column, const Cell& cell) {
+  Json at = Json::array();
+  const PivotTable::Address address = layout.GetAddress(layer, row, column);
+  for (std::size_t i = 0; i < address.size(); ++i)
+    at.push_back(layout.GetLeafIndex(static_cast<int>(i), address[i]));
+  Json entry{{"at", std::move(at)},
+             {"row", layout.GetLabels(layout.GetRows(), row)},
+             {"column", layout.GetLabels(layout.GetColumns(), column)},
+             {"layer", layout.GetLabels(layout.GetLayers(), layer)}};
+  if (!cell.fContent || cell.fContent->fNumber)
+    entry["value"] = cell.fContent ? NumberOf(*cell.fContent->fNumber) : Json(nullptr);
+  entry["text"] = cell.fContent ? cell.fContent->fText : "";
+  entry["footnotes"] = LettersOf(layout, cell.fvNotes);
+  return entry;
+}
+
+Json CellsOf(const TableLayout& layout) {
+  Json cells = Json::array();
+  for (const auto& layer : layout.GetLayers().fvLines)
+    for (const auto& row : layout.GetRows().fvLines)
+      for (const auto& column : layout.GetColumns().fvLines)
+        if (const Cell* cell = layout.FindCell(layer, row, column))
+          cells.push_back(CellOf(layout, layer, row, column, *cell));
+  return cells;
+}
+
+Json ContentOf(const Notes& notes) {
+  Json entries = Json::array();
+  for (const NoteEntry& entry : notes.fvEntries)
+    entries.push_back(
+        {{"section", entry.fSection}, {"label", entry.fLabel.fText}, {"text", entry.fText.fText}});
+  return {{"type", "notes"}, {"entries", std::move(entries)}};
+}
+
+Json ContentOf(const Message& message) {
+  Json content{{"type", "message"},
+               {"level", message.fLevel == Message::Level::Error ? "error" : "warning"},
+               {"key", message.fText.fKey},
+               {"text", message.fText.fText},
+               {"arguments", message.fText.fvArguments}};
+  if (message.fLine > 0) {
+    content["line"] = message.fLine;
+    content["column"] = message.fColumn;
+  }
+  return content;
+}
+
+Json ContentOf(const Heading& heading) {
+  return {{"type", "heading"}, {"text", heading.fText.fText}, {"items", ItemsOf(heading.fItems)}};
+}
+
+Json ContentOf(const std::shared_ptr<PivotTable>& table) {
+  const TableLayout layout(*table);
+  Json content{{"type", "table"}, {"title", table->GetTitle().fText}, {"subtype", table->GetSubtype().fText}};
+  if (table->GetCaption()) content["caption"] = table->GetCaption()->fText;
+  content["footnotes"] = FootnotesOf(*table, layout);
+  content["dimensions"] = DimensionsOf(*table, layout);
+  content["cells"] = CellsOf(layout);
+  return content;
+}
+
+Json ContentOf(const Chart& chart) {
+  return {{"type", "chart"},
+          {"title", chart.fTitle},
+          {"template", chart.fTemplate},
+          {"vegaLite", Json::parse(chart.fVegaLite)}};
+}
+
+Json ItemOf(const Item& item) {
+  Json content = std::visit([](const auto& kind) { return ContentOf(kind); }, item.fContent);
+  if (item.fvSplit.empty()) return content;
+  Json split = Json::array();
+  for (const SplitValue& value : item.fvSplit)
+    split.push_back({{"variable", value.fVariable}, {"value", ValueOf(value.fValue)}});
+  content["split"] = std::move(split);
+  return content;
+}
+
+Json ItemsOf(const ItemList& items) {
+  Json array = Json::array();
+  for (const Item& item : items) array.push_back(ItemOf(item));
+  return array;
+}
+
+Json RunOf(const ReportHead& head) {
+  Json run{{"program", head.fProgram}, {"version", head.fVersion}, {"seed", OptionalOf(head.fSeed)}};
+  Json data;
+  if (head.fData) {
+    data = {{"file", head.fData->fFile},
+            {"bytes", head.fData->fBytes},
+            {"cases", head.fData->fCases},
+            {"variables", head.fData->fVariables}};
+    if (head.fData->fFingerprint) data["fingerprint"] = *head.fData->fFingerprint;
+  }
+  run["data"] = std::move(data);
+  return run;
+}
+
+Json CommandOf(const CommandOutput& command) {
+  return {{"command", command.GetName()},
+          {"text", command.GetText()},
+          {"line", command.GetLine()},
+          {"status", command.IsFailed() ? "failed" : "ok"},
+          {"seed", OptionalOf(command.GetSeed())},
+          {"items", ItemsOf(command.GetItems())}};
+}
+
+// One line for whatever fits on it, so that a report can be read and compared line by line.
+void Print(const Json& json, std::size_t indent, std::ostream& out) {
+  constexpr std::size_t kLineLength = 160;
+  const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (!json.is_structured() || line.size() + indent <= kLineLength) {
+    out << line;
+    return;
+  }
+  const std::string newLine = '\n' + std::string(indent + 1, ' ');
+  const char* separator = "";
+  out << (json.is_object() ? '{' : '[');
+  for (const auto& [key, value] : json.items()) {
+    out << separator << newLine;
+    if (json.is_object()) out << Json(key).dump() << ':';
+    Print(value, indent + 1, out);
+    separator = ",";
+  }
+  out << '\n' << std::string(indent, ' ') << (json.is_object() ? '}' : ']');
+}
+
+}  // namespace
+
+void JsonReport::Write(const Report& report, std::ostream& out) {
+  Json commands = Json::array();
+  for (const auto& command : report.fvCommands) commands.push_back(CommandOf(*command));
+  Print({{"schema", "bayes-report/1"}, {"run", RunOf(report.fHead)}, {"commands", std::move(commands)}}, 0,
+        out);
+  out << '\n';
+}
+
+}  // namespace BayesHost

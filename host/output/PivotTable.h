@@ -1,0 +1,102 @@
+// A table as the commands describe it: dimensions of nested categories and cells at their crossings. How it
+// is laid out is the readers' affair (TableLayout).
+#pragma once
+
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "host/output/ShownText.h"
+
+namespace BayesHost {
+
+struct Category {
+  ShownText fLabel;
+  int fParent = -1;  // -1: directly under the dimension
+  bool fIsGroup = false;
+  bool fShowLabel = true;
+  std::vector<int> fvChildren;
+  std::vector<int> fvNotes;  // indices of the table's footnotes
+};
+
+struct Dimension {
+  enum class Role { Row, Column, Layer };
+
+  ShownText fLabel;
+  Role fRole = Role::Row;
+  int fOrder = 0;  // among the dimensions of the same role
+  std::vector<Category> fvCategories;
+  std::vector<int> fvTop;  // the categories without a parent
+  int fCurrent = -1;
+
+  // Categories that are no groups, in the order shown.
+  std::vector<int> GetLeaves() const;
+  // From the outermost group to the category itself.
+  std::vector<int> GetPath(int category) const;
+};
+
+// A number with its shown text, or a text alone.
+struct CellContent {
+  std::string fText;
+  std::optional<double> fNumber;
+};
+
+struct Cell {
+  std::optional<CellContent> fContent;  // none: a cell that bears nothing but a footnote
+  std::vector<int> fvNotes;
+};
+
+struct Footnote {
+  ShownText fText;
+  bool fOnTable = false;
+};
+
+class PivotTable {
+ public:
+  // One category for each dimension, in the order of the dimensions' creation.
+  using Address = std::vector<int>;
+
+  PivotTable(ShownText title, ShownText subtype);
+
+  // All dimensions must exist before the first cell; otherwise std::logic_error.
+  int AddDimension(ShownText label);
+  void Place(int dimension, Dimension::Role role, int order);
+  // The category or group of that identity under `parent` (-1: the dimension itself), found or added. A
+  // category becomes its dimension's current one, a group doesn't.
+  int FindOrAdd(int dimension, int parent, const ShownText& label, bool isGroup, bool showLabel = true);
+  void MakeCurrent(int dimension, int category);
+
+  // The cell at the crossing of the current categories; std::logic_error while a dimension has none. A second
+  // write replaces the first.
+  void SetCell(CellContent content);
+
+  // The same text with the same key is one footnote, wherever it stands.
+  void NoteTable(const ShownText& text);
+  void NoteCategory(int dimension, int category, const ShownText& text);
+  void NoteCell(const ShownText& text);
+
+  void SetCaption(ShownText caption) { fCaption = std::move(caption); }
+  void SetMinDataColumnWidth(int characters) { fMinDataColumnWidth = characters; }
+
+  const ShownText& GetTitle() const { return fTitle; }
+  const ShownText& GetSubtype() const { return fSubtype; }
+  const std::optional<ShownText>& GetCaption() const { return fCaption; }
+  int GetMinDataColumnWidth() const { return fMinDataColumnWidth; }
+  const std::vector<Dimension>& GetDimensions() const { return fvDimensions; }
+  const std::vector<Footnote>& GetFootnotes() const { return fvFootnotes; }
+  const std::map<Address, Cell>& GetCells() const { return fCells; }
+
+ private:
+  Cell& CurrentCell();
+  int FindOrAddNote(const ShownText& text);
+
+  ShownText fTitle;
+  ShownText fSubtype;
+  std::optional<ShownText> fCaption;
+  int fMinDataColumnWidth = 0;
+  std::vector<Dimension> fvDimensions;
+  std::vector<Footnote> fvFootnotes;
+  std::map<Address, Cell> fCells;
+};
+
+}  // namespace BayesHost

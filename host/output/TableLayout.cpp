@@ -1,0 +1,193 @@
+#include "host/output/TableLayout.h"
+
+#include <algorithm>
+#include <set>
+
+namespace BayesHost {
+namespace {
+
+std::size_t At(int index) {
+  return static_cast<std::size_t>(index);
+}
+
+std::vector<int> LeafIndices(const Dimension& dimension) {
+  std::vector<int> indices(dimension.fvCategories.size(), -1);
+  int next = 0;
+  for (const int leaf : dimension.GetLeaves()) indices[At(leaf)] = next++;
+  return indices;
+}
+
+int Depth(const Dimension& dimension) {
+  std::size_t depth = 1;
+  for (const int leaf : dimension.GetLeaves()) depth = std::max(depth, dimension.GetPath(leaf).size());
+  return static_cast<int>(depth);
+}
+
+bool CoversSame(const TableLayout::HeaderCell& a, const TableLayout::HeaderCell& b) {
+  return a.fDimension == b.fDimension && a.fCategory == b.fCategory && a.fLevel == b.fLevel;
+}
+
+}  // namespace
+
+TableLayout::TableLayout(const PivotTable& table) : fTable(table) {
+  for (const Dimension& dimension : table.GetDimensions()) fvLeafIndices.push_back(LeafIndices(dimension));
+  fRows = MakeAxis(Dimension::Role::Row);
+  fColumns = MakeAxis(Dimension::Role::Column);
+  fLayers = MakeAxis(Dimension::Role::Layer);
+  OrderNotes();
+}
+
+const Dimension& TableLayout::GetDimension(int dimension) const {
+  return fTable.GetDimensions()[At(dimension)];
+}
+
+TableLayout::Axis TableLayout::MakeAxis(Dimension::Role role) const {
+  Axis axis;
+  for (std::size_t i = 0; i < fTable.GetDimensions().size(); ++i)
+    if (fTable.GetDimensions()[i].fRole == role) axis.fvDimensions.push_back(static_cast<int>(i));
+  std::stable_sort(axis.fvDimensions.begin(), axis.fvDimensions.end(),
+                   [&](int a, int b) { return GetDimension(a).fOrder < GetDimension(b).fOrder; });
+  for (const int dimension : axis.fvDimensions) {
+    axis.fvFirstLevels.push_back(axis.fLevels);
+    axis.fLevels += Depth(GetDimension(dimension));
+  }
+  axis.fvLines = MakeLines(axis.fvDimensions);
+  return axis;
+}
+
+// One dimension shows all its categories. Of several, only the crossings that hold a cell: nested dimensions
+// seldom fill them all.
+std::vector<TableLayout::Line> TableLayout::MakeLines(const std::vector<int>& dimensions) const {
+  if (dimensions.empty()) return {{}};
+  std::vector<Line> lines;
+  if (dimensions.size() == 1) {
+    for (const int leaf : GetDimension(dimensions.front()).GetLeaves()) lines.push_back({leaf});
+    return lines;
+  }
+  std::set<std::pair<std::vector<int>, Line>> present;  // sorted by leaf indices
+  for (const auto& [address, cell] : fTable.GetCells()) {
+    std::pair<std::vector<int>, Line> entry;
+    for (const int dimension : dimensions) {
+      entry.first.push_back(GetLeafIndex(dimension, address[At(dimension)]));
+      entry.second.push_back(address[At(dimension)]);
+    }
+    present.insert(std::move(entry));
+  }
+  for (const auto& entry : present) lines.push_back(entry.second);
+  return lines;
+}
+
+int TableLayout::GetLeafIndex(int dimension, int category) const {
+  return fvLeafIndices[At(dimension)][At(category)];
+}
+
+std::vector<TableLayout::HeaderCell> TableLayout::MakeHeader(const Axis& axis) const {
+  std::vector<std::vector<HeaderCell>> levels(At(axis.fLevels));
+  for (std::size_t line = 0; line < axis.fvLines.size(); ++line) {
+    bool joins = line > 0;  // as long as all outer labels are those of the line before
+    for (std::size_t i = 0; i < axis.fvDimensions.size(); ++i) {
+      const int dimension = axis.fvDimensions[i];
+      const int end = i + 1 < axis.fvDimensions.size() ? axis.fvFirstLevels[i + 1] : axis.fLevels;
+      const std::vector<int> path = GetDimension(dimension).GetPath(axis.fvLines[line][i]);
+      int level = axis.fvFirstLevels[i];
+      for (const int category : path) {
+        const bool isLeaf = category == path.back();
+        HeaderCell cell{dimension, category, level, isLeaf ? end - level : 1, static_cast<int>(line), 1};
+        auto& row = levels[At(level++)];
+        joins = joins && !row.empty() && CoversSame(row.back(), cell) &&
+                row.back().fFirstLine + row.back().fLineSpan == static_cast<int>(line);
+        if (joins)
+          ++row.back().fLineSpan;
+        else
+          row.push_back(cell);
+      }
+    }
+  }
+  std::vector<HeaderCell> cells;
+  for (const auto& row : levels) cells.insert(cells.end(), row.begin(), row.end());
+  return cells;
+}
+
+const Category& TableLayout::GetCategory(const HeaderCell& cell) const {
+  return GetDimension(cell.fDimension).fvCategories[At(cell.fCategory)];
+}
+
+void TableLayout::Scatter(const Axis& axis, const Line& line, PivotTable::Address& address) const {
+  for (std::size_t i = 0; i < line.size(); ++i) address[At(axis.fvDimensions[i])] = line[i];
+}
+
+PivotTable::Address TableLayout::GetAddress(const Line& layer, const Line& row, const Line& column) const {
+  PivotTable::Address address(fTable.GetDimensions().size());
+  Scatter(fLayers, layer, address);
+  Scatter(fRows, row, address);
+  Scatter(fColumns, column, address);
+  return address;
+}
+
+const Cell* TableLayout::FindCell(const Line& layer, const Line& row, const Line& column) const {
+  const auto found = fTable.GetCells().find(GetAddress(layer, row, column));
+  return found == fTable.GetCells().end() ? nullptr : &found->second;
+}
+
+std::vector<std::string> TableLayout::GetLabels(const Axis& axis, const Line& line) const {
+  std::vector<std::string> labels;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const Dimension& dimension = GetDimension(axis.fvDimensions[i]);
+    for (const int category : dimension.GetPath(line[i]))
+      labels.push_back(dimension.fvCategories[At(category)].fLabel.fText);
+  }
+  return labels;
+}
+
+void TableLayout::OrderNote(int note) {
+  if (std::find(fvNoteOrder.begin(), fvNoteOrder.end(), note) == fvNoteOrder.end())
+    fvNoteOrder.push_back(note);
+}
+
+void TableLayout::OrderHeaderNotes(const Axis& axis, const Line& line) {
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const Dimension& dimension = GetDimension(axis.fvDimensions[i]);
+    for (const int category : dimension.GetPath(line[i]))
+      for (const int note : dimension.fvCategories[At(category)].fvNotes) OrderNote(note);
+  }
+}
+
+void TableLayout::OrderNotes() {
+  const auto& notes = fTable.GetFootnotes();
+  for (std::size_t i = 0; i < notes.size(); ++i)
+    if (notes[i].fOnTable) OrderNote(static_cast<int>(i));
+  for (const Line& column : fColumns.fvLines) OrderHeaderNotes(fColumns, column);
+  for (const Line& layer : fLayers.fvLines) {
+    OrderHeaderNotes(fLayers, layer);
+    for (const Line& row : fRows.fvLines) {
+      OrderHeaderNotes(fRows, row);
+      for (const Line& column : fColumns.fvLines)
+        if (const Cell* cell = FindCell(layer, row, column))
+          for (const int note : cell->fvNotes) OrderNote(note);
+    }
+  }
+}
+
+std::string TableLayout::GetLetter(int note) const {
+  auto rank = std::find(fvNoteOrder.begin(), fvNoteOrder.end(), note) - fvNoteOrder.begin();
+  std::string letters;
+  for (; rank >= 0; rank = rank / 26 - 1) letters.insert(letters.begin(), static_cast<char>('a' + rank % 26));
+  return letters;
+}
+
+std::string TableLayout::GetMarks(const std::vector<int>& notes) const {
+  std::string marks;
+  for (const int note : fvNoteOrder)
+    if (std::find(notes.begin(), notes.end(), note) != notes.end())
+      marks += (marks.empty() ? "" : ",") + GetLetter(note);
+  return marks;
+}
+
+std::string TableLayout::GetTableMarks() const {
+  std::vector<int> onTable;
+  for (const int note : fvNoteOrder)
+    if (fTable.GetFootnotes()[At(note)].fOnTable) onTable.push_back(note);
+  return GetMarks(onTable);
+}
+
+}  // namespace BayesHost

@@ -1,0 +1,108 @@
+#include "host/output/TextReport.h"
+
+#include <fmt/format.h>
+
+#include "host/output/TextTable.h"
+#include "host/output/TextWidth.h"
+
+namespace BayesHost {
+namespace {
+
+std::string TitleOf(const PivotTable& table, const TableLayout& layout) {
+  const std::string marks = layout.GetTableMarks();
+  return table.GetTitle().fText + (marks.empty() ? "" : " [" + marks + "]");
+}
+
+}  // namespace
+
+TextReport::TextReport(Options options) : fOptions(options) {}
+
+void TextReport::Write(const Report& report, std::ostream& out) const {
+  WriteHead(report.fHead, out);
+  for (const auto& command : report.fvCommands) WriteCommand(*command, out);
+}
+
+void TextReport::WriteHead(const ReportHead& head, std::ostream& out) const {
+  std::string line = head.fProgram + " " + head.fVersion;
+  if (head.fSeed) line += fmt::format(", seed {}", *head.fSeed);
+  out << Bold(line) << '\n';
+  if (!head.fData) return;
+  WriteWrapped("data: ",
+               fmt::format("{} ({} bytes), {} cases, {} variables", head.fData->fFile, head.fData->fBytes,
+                           head.fData->fCases, head.fData->fVariables),
+               out);
+  if (head.fData->fFingerprint) WriteWrapped("XXH3-128: ", *head.fData->fFingerprint, out);
+}
+
+void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) const {
+  out << '\n' << MakeRule() << '\n' << Bold(command.GetName());
+  if (!command.GetTitle().empty()) out << ": " << command.GetTitle();
+  if (command.IsFailed()) out << " (failed)";
+  out << '\n';
+  WriteItems(command.GetItems(), "", out);
+}
+
+void TextReport::WriteItems(const ItemList& items, std::string split, std::ostream& out) const {
+  for (const Item& item : items) {
+    if (!fOptions.fMessages && std::holds_alternative<Message>(item.fContent)) continue;
+    const std::string own = ShowSplit(item.fvSplit);
+    if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
+    split = own;
+    out << '\n';
+    std::visit([&](const auto& content) { WriteContent(content, out); }, item.fContent);
+  }
+}
+
+void TextReport::WriteContent(const Notes& notes, std::ostream& out) const {
+  out << Bold("Notes") << '\n';
+  for (const NoteEntry& entry : notes.fvEntries)
+    WriteWrapped("  " + entry.fLabel.fText + ": ", entry.fText.fText, out);
+}
+
+void TextReport::WriteContent(const Message& message, std::ostream& out) const {
+  const bool isError = message.fLevel == Message::Level::Error;
+  WriteWrapped(isError ? "Error: " : "Warning: ", message.fText.fText, out);
+}
+
+void TextReport::WriteContent(const Heading& heading, std::ostream& out) const {
+  out << Bold(heading.fText.fText) << '\n';
+  // The split of the first item stands above the heading itself.
+  WriteItems(heading.fItems, heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().fvSplit), out);
+}
+
+void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ostream& out) const {
+  const TableLayout layout(*table);
+  out << Bold(TitleOf(*table, layout)) << '\n';
+  for (const auto& layer : layout.GetLayers().fvLines) {
+    if (!layer.empty()) out << JoinTexts(layout.GetLabels(layout.GetLayers(), layer)) << '\n';
+    out << TextTable(*table, layout, layer, fOptions.fWidth, fOptions.fUnicode ? "\u2500" : "-").Render();
+  }
+  if (table->GetCaption()) WriteWrapped("", table->GetCaption()->fText, out);
+  for (const int note : layout.GetNoteOrder())
+    WriteWrapped(layout.GetLetter(note) + ". ",
+                 table->GetFootnotes()[static_cast<std::size_t>(note)].fText.fText, out);
+}
+
+void TextReport::WriteContent(const Chart& chart, std::ostream& out) const {
+  out << "Chart: " << chart.fTitle << '\n';
+}
+
+void TextReport::WriteWrapped(const std::string& first, const std::string& text, std::ostream& out) const {
+  std::string indent = first;
+  for (const std::string& line : WrapText(text, fOptions.fWidth - DisplayWidth(first))) {
+    out << indent << line << '\n';
+    indent.assign(static_cast<std::size_t>(DisplayWidth(first)), ' ');
+  }
+}
+
+std::string TextReport::Bold(const std::string& text) const {
+  return fOptions.fColour ? "\x1b[1m" + text + "\x1b[0m" : text;
+}
+
+std::string TextReport::MakeRule() const {
+  std::string rule;
+  for (int i = 0; i < fOptions.fWidth; ++i) rule += fOptions.fUnicode ? "\u2550" : "=";
+  return rule;
+}
+
+}  // namespace BayesHost

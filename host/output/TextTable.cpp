@@ -1,0 +1,214 @@
+#include "host/output/TextTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/output/TextWidth.h"
+
+namespace BayesHost {
+namespace {
+
+constexpr int kGap = 2;                 // between columns
+constexpr int kWidestColumnLabel = 14;  // beyond it a column's label is broken at blanks
+constexpr int kWidestRowLabel = 32;
+
+std::string WithMarks(const std::string& text, const std::string& marks) {
+  return marks.empty() ? text : text + (text.empty() ? "" : " ") + "[" + marks + "]";
+}
+
+std::string Label(const TableLayout& layout, const Category& category) {
+  return WithMarks(category.fShowLabel ? category.fLabel.fText : "", layout.GetMarks(category.fvNotes));
+}
+
+void TrimEnd(std::string& line) {
+  line.erase(line.find_last_not_of(' ') + 1);
+}
+
+// Lines of text side by side: columns of blocks, each as wide as given.
+struct Block {
+  std::vector<std::string> fvLines;
+  int fWidth;
+  Align fAlign;
+};
+
+// `fromTop` false: shorter blocks stand at the bottom.
+std::string JoinBlocks(const std::vector<Block>& blocks, bool fromTop) {
+  std::size_t height = 1;
+  for (const Block& block : blocks) height = std::max(height, block.fvLines.size());
+  std::string joined;
+  for (std::size_t i = 0; i < height; ++i) {
+    std::string line;
+    for (const Block& block : blocks) {
+      const std::size_t skipped = fromTop ? 0 : height - block.fvLines.size();
+      const bool inside = i >= skipped && i - skipped < block.fvLines.size();
+      if (&block != &blocks.front()) line.append(kGap, ' ');
+      line += PadText(inside ? block.fvLines[i - skipped] : "", block.fWidth, block.fAlign);
+    }
+    TrimEnd(line);
+    joined += line + '\n';
+  }
+  return joined;
+}
+
+}  // namespace
+
+TextTable::TextTable(const PivotTable& table, const TableLayout& layout, const TableLayout::Line& layer,
+                     int width, std::string rule)
+    : fTable(table), fLayout(layout), fLayer(layer), fWidth(width), fRule(std::move(rule)) {
+  MakeStub();
+  MakeColumns();
+  fvSpans = MakeSpans();
+  WidenForLabels();
+}
+
+void TextTable::MakeStub() {
+  const auto& rows = fLayout.GetRows();
+  fvStub.resize(static_cast<std::size_t>(rows.fLevels));
+  fvCorner.resize(fvStub.size());
+  for (std::size_t i = 0; i < rows.fvDimensions.size(); ++i)
+    fvCorner[static_cast<std::size_t>(rows.fvFirstLevels[i])] =
+        fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].fLabel.fText;
+  for (TextColumn& column : fvStub) column.fvTexts.resize(rows.fvLines.size());
+  for (const auto& cell : fLayout.MakeHeader(rows))
+    fvStub[static_cast<std::size_t>(cell.fLevel)].fvTexts[static_cast<std::size_t>(cell.fFirstLine)] =
+        Label(fLayout, fLayout.GetCategory(cell));
+  for (std::size_t level = 0; level < fvStub.size(); ++level) {
+    int longest = LongestWord(fvCorner[level]);
+    int widest = DisplayWidth(fvCorner[level]);
+    for (const std::string& text : fvStub[level].fvTexts) {
+      longest = std::max(longest, LongestWord(text));
+      widest = std::max(widest, DisplayWidth(text));
+    }
+    fvStub[level].fWidth = std::max(longest, std::min(widest, kWidestRowLabel));
+  }
+}
+
+void TextTable::MakeColumns() {
+  for (const auto& column : fLayout.GetColumns().fvLines) fvColumns.push_back(MakeColumn(column));
+}
+
+TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) const {
+  TextColumn made;
+  made.fWidth = fTable.GetMinDataColumnWidth();
+  int markWidth = 0;
+  for (const auto& row : fLayout.GetRows().fvLines)
+    if (const Cell* cell = fLayout.FindCell(fLayer, row, column))
+      markWidth = std::max(markWidth, DisplayWidth(WithMarks("", fLayout.GetMarks(cell->fvNotes))));
+  for (const auto& row : fLayout.GetRows().fvLines) {
+    const Cell* cell = fLayout.FindCell(fLayer, row, column);
+    made.fvTexts.push_back(ShowCell(cell, markWidth));
+    made.fWidth = std::max(made.fWidth, DisplayWidth(made.fvTexts.back()));
+    if (cell != nullptr && cell->fContent && !cell->fContent->fNumber) made.fIsNumeric = false;
+  }
+  return made;
+}
+
+// The marks of a column stand in a strip of their own, so that its numbers stay in line.
+std::string TextTable::ShowCell(const Cell* cell, int markWidth) const {
+  std::string text = cell != nullptr && cell->fContent ? cell->fContent->fText : "";
+  const std::string marks = cell == nullptr ? "" : WithMarks("", fLayout.GetMarks(cell->fvNotes));
+  return text.empty() && marks.empty() ? text : text + PadText(marks, markWidth, Align::Left);
+}
+
+std::vector<TextTable::Span> TextTable::MakeSpans() const {
+  std::vector<Span> spans;
+  for (const auto& cell : fLayout.MakeHeader(fLayout.GetColumns())) {
+    const bool isLowest = cell.fLevel + cell.fLevelSpan == fLayout.GetColumns().fLevels;
+    spans.push_back({Label(fLayout, fLayout.GetCategory(cell)), cell.fLevel + cell.fLevelSpan - 1,
+                     cell.fFirstLine, cell.fLineSpan, !isLowest});
+  }
+  return spans;
+}
+
+void TextTable::WidenForLabels() {
+  for (const bool groups : {false, true})
+    for (const Span& span : fvSpans) {
+      if (span.fIsGroup != groups) continue;
+      const int wanted = std::min(DisplayWidth(span.fText), groups ? 0 : kWidestColumnLabel);
+      const auto first = static_cast<std::size_t>(span.fFirst);
+      const std::size_t end = first + static_cast<std::size_t>(span.fCount);
+      const int missing = std::max(LongestWord(span.fText), wanted) - GetSpanWidth(first, end);
+      if (missing > 0) fvColumns[end - 1].fWidth += missing;
+    }
+}
+
+int TextTable::GetStubWidth() const {
+  int width = 0;
+  for (const TextColumn& column : fvStub) width += column.fWidth + kGap;
+  return width;
+}
+
+int TextTable::GetSpanWidth(std::size_t first, std::size_t end) const {
+  int width = -kGap;
+  for (std::size_t i = first; i < end; ++i) width += fvColumns[i].fWidth + kGap;
+  return width;
+}
+
+std::size_t TextTable::FindBlockEnd(std::size_t first) const {
+  std::size_t end = first + 1;
+  while (end < fvColumns.size() && GetStubWidth() + GetSpanWidth(first, end + 1) <= fWidth) ++end;
+  return end;
+}
+
+std::string TextTable::MakeRule(int width) const {
+  std::string rule;
+  for (int i = 0; i < width; ++i) rule += fRule;
+  return rule;
+}
+
+std::string TextTable::Render() const {
+  std::string rendered;
+  for (std::size_t first = 0; first < fvColumns.size(); first = FindBlockEnd(first))
+    rendered += (first == 0 ? "" : "\n") + RenderBlock(first, FindBlockEnd(first));
+  return rendered;
+}
+
+std::string TextTable::RenderBlock(std::size_t first, std::size_t end) const {
+  const std::string rule = MakeRule(GetStubWidth() + GetSpanWidth(first, end)) + '\n';
+  std::string block = rule + RenderHeader(first, end) + rule;
+  for (std::size_t row = 0; row < fLayout.GetRows().fvLines.size(); ++row)
+    block += RenderRow(row, first, end);
+  return block + rule;
+}
+
+std::string TextTable::RenderHeader(std::size_t first, std::size_t end) const {
+  std::string header;
+  for (int level = 0; level < fLayout.GetColumns().fLevels; ++level) header += RenderLevel(level, first, end);
+  return header;
+}
+
+// The labels whose last level this is, and a rule under each group.
+std::string TextTable::RenderLevel(int level, std::size_t first, std::size_t end) const {
+  const bool isLowest = level + 1 == fLayout.GetColumns().fLevels;
+  std::vector<Block> blocks;
+  for (std::size_t i = 0; i < fvStub.size(); ++i)
+    blocks.push_back(
+        {WrapText(isLowest ? fvCorner[i] : "", fvStub[i].fWidth), fvStub[i].fWidth, Align::Left});
+  std::size_t next = first;
+  for (const Span& span : fvSpans) {
+    const std::size_t begin = std::max(first, static_cast<std::size_t>(span.fFirst));
+    const std::size_t stop = std::min(end, static_cast<std::size_t>(span.fFirst + span.fCount));
+    if (span.fLastLevel != level || begin >= stop) continue;
+    for (; next < begin; ++next) blocks.push_back({{""}, fvColumns[next].fWidth, Align::Left});
+    const int width = GetSpanWidth(begin, stop);
+    Block block{WrapText(span.fText, width), width, Align::Centre};
+    if (span.fIsGroup) block.fvLines.push_back(MakeRule(width));
+    if (!span.fIsGroup) block.fAlign = fvColumns[begin].fIsNumeric ? Align::Right : Align::Left;
+    blocks.push_back(std::move(block));
+    next = stop;
+  }
+  return JoinBlocks(blocks, false);
+}
+
+std::string TextTable::RenderRow(std::size_t row, std::size_t first, std::size_t end) const {
+  std::vector<Block> blocks;
+  for (const TextColumn& column : fvStub)
+    blocks.push_back({WrapText(column.fvTexts[row], column.fWidth), column.fWidth, Align::Left});
+  for (std::size_t i = first; i < end; ++i)
+    blocks.push_back({{fvColumns[i].fvTexts[row]},
+                      fvColumns[i].fWidth,
+                      fvColumns[i].fIsNumeric ? Align::Right : Align::Left});
+  return JoinBlocks(blocks, true);
+}
+
+}  // namespace BayesHost
