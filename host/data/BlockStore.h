@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "host/files/TempFile.h"
+
+namespace BayesHost {
+
+// The bytes that the data of a run may hold in memory, shared by all that store data.
+class MemoryBudget {
+ public:
+  explicit MemoryBudget(std::size_t bytes) : fFree(bytes) {}
+  bool Reserve(std::size_t bytes) {
+    if (bytes > fFree) return false;
+    fFree -= bytes;
+    return true;
+  }
+  void Release(std::size_t bytes) { fFree += bytes; }
+
+ private:
+  std::size_t fFree;
+};
+
+// A growing list of equal blocks of doubles: the first ones in memory while the budget lasts, all later ones
+// in a temporary file.
+class BlockStore {
+ public:
+  // The budget must outlive the store.
+  BlockStore(MemoryBudget& budget, std::size_t blockSize);
+  ~BlockStore();
+  BlockStore(const BlockStore&) = delete;
+  BlockStore& operator=(const BlockStore&) = delete;
+
+  std::size_t GetBlockSize() const { return fBlockSize; }
+  std::size_t CountBlocks() const { return fvMemory.size() + fSpilled; }
+  bool IsSpilled() const { return fSpilled > 0; }
+
+  // Copies a block of GetBlockSize() doubles to the end.
+  void Append(const double* block);
+  // `count` doubles of a block from position `from` on: the store's own memory, or `buffer` (room for `count`
+  // doubles), filled from the file.
+  const double* Read(std::size_t block, std::size_t from, std::size_t count, double* buffer) const;
+
+ private:
+  MemoryBudget& fBudget;
+  std::size_t fBlockSize;
+  std::vector<std::unique_ptr<double[]>> fvMemory;
+  std::unique_ptr<TempFile> fpFile;
+  std::size_t fSpilled = 0;
+};
+
+}  // namespace BayesHost

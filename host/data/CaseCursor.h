@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+#include "host/data/ColumnStore.h"
+
+namespace BayesHost {
+
+class SplitIndex;
+
+// A loaded column: where its values lie.
+struct ColumnPlace {
+  const ColumnStore* fpStore = nullptr;  // null: not loaded
+  int fColumn = 0;
+};
+
+// Walks cases in order and hands out the values of some columns. Allocates nothing while it walks.
+class CaseCursor {
+ public:
+  // `index` gives the order of the rows, null for the order of the file; stores and index must outlive the
+  // cursor.
+  CaseCursor(const std::vector<ColumnPlace>& columns, const SplitIndex* index);
+
+  // Cases [begin, end) of the order.
+  void SetRange(std::uint64_t begin, std::uint64_t end);
+  // To the next case; false at the end.
+  bool Next();
+  // One value for each column, in the order given. Valid until Next.
+  const double* GetValues() const { return fvValues.data(); }
+  // The case's row in the file, from 0.
+  std::uint64_t GetRow() const { return fRow; }
+
+ private:
+  struct Column {
+    ColumnPlace fPlace;
+    const double* fpBlock = nullptr;
+    std::vector<double> fvBuffer;
+  };
+  static constexpr std::uint64_t kNoBlock = std::numeric_limits<std::uint64_t>::max();
+
+  void OpenBlock(std::uint64_t block);
+
+  std::vector<Column> fvColumns;
+  const SplitIndex* fpIndex;
+  std::vector<double> fvValues;
+  std::uint64_t fPosition = 0;
+  std::uint64_t fEnd = 0;
+  std::uint64_t fRow = 0;
+  std::uint64_t fBlock = kNoBlock;
+};
+
+}  // namespace BayesHost

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "host/data/BlockStore.h"
+
+namespace BayesHost {
+
+// Some columns of a table as doubles (numbers, or codes of strings), in blocks of 2,048 rows: in memory while
+// the budget lasts, in a temporary file beyond. Filled once from first to last row, then read in any order.
+class ColumnStore {
+ public:
+  static constexpr std::size_t kBlockRows = 2048;
+
+  ColumnStore(MemoryBudget& budget, int columns);
+
+  // Filling: write up to GetRoom() values of each column behind GetTail(column), then Advance by their
+  // number. Finish after the last row.
+  std::size_t GetRoom() const { return kBlockRows - fTailRows; }
+  double* GetTail(int column) {
+    return fvTail.data() + static_cast<std::size_t>(column) * kBlockRows + fTailRows;
+  }
+  void Advance(std::size_t rows);
+  void Finish();
+
+  std::uint64_t CountRows() const { return fRows; }
+  int CountColumns() const { return fColumns; }
+  bool IsSpilled() const { return fBlocks.IsSpilled(); }
+  // The values of one column in rows [block * kBlockRows, ...): the store's own memory or `buffer`
+  // (kBlockRows doubles).
+  const double* ReadColumn(std::size_t block, int column, double* buffer) const {
+    return fBlocks.Read(block, static_cast<std::size_t>(column) * kBlockRows, kBlockRows, buffer);
+  }
+
+ private:
+  int fColumns;
+  BlockStore fBlocks;
+  std::vector<double> fvTail;  // the block that is being filled
+  std::size_t fTailRows = 0;
+  std::uint64_t fRows = 0;
+};
+
+}  // namespace BayesHost

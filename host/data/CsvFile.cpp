@@ -1,0 +1,258 @@
+#include "host/data/CsvFile.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <map>
+
+#include "host/data/DataError.h"
+
+namespace BayesHost {
+
+namespace {
+
+constexpr int kSampleRecords = 20480;
+constexpr std::uint64_t kSampleBytes = std::uint64_t{8} << 20;
+constexpr int kMostDecimals = 6;
+constexpr std::size_t kLeastWidth = 8;
+constexpr std::size_t kMostWidth = 40;
+constexpr std::size_t kMostQuoted = 40;
+
+std::string QuoteSql(std::string_view text) {
+  std::string quoted = "'";
+  for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
+  return quoted + "'";
+}
+
+// A cell's text for an error message: short and on one line.
+std::string QuoteCell(std::string_view cell) {
+  std::string text(cell.substr(0, kMostQuoted));
+  while (!IsUtf8(text) && text.size() + 4 > kMostQuoted) text.pop_back();
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return "\"" + text + (text.size() < cell.size() ? "...\"" : "\"");
+}
+
+std::string_view NameDelimiter(char delimiter) {
+  switch (delimiter) {
+    case '\t':
+      return "tab";
+    case ';':
+      return "semicolon";
+    case '|':
+      return "bar";
+    default:
+      return "comma";
+  }
+}
+
+std::string JoinNames(const std::vector<std::string>& names) {
+  constexpr std::size_t kShown = 6;
+  const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(kShown, names.size()));
+  return fmt::format("{}{}", fmt::join(names.begin(), end, ", "), names.size() > kShown ? ", ..." : "");
+}
+
+std::string EscapeNewLine(const std::string& newLine) {
+  std::string escaped;
+  for (const char c : newLine) escaped += c == '\n' ? "\\n" : "\\r";
+  return escaped;
+}
+
+}  // namespace
+
+CsvFile::CsvFile(DataFile file) : fFile(std::move(file)), fDialect(CsvDialect::Settle(fFile)) {
+  ReadNames();
+  CheckNames();
+  SettleTypes();
+}
+
+void CsvFile::Refuse(std::uint64_t line, int column, const std::string& text) const {
+  const std::string name = column > 0 ? fvNames[static_cast<std::size_t>(column - 1)] : std::string();
+  throw DataError({fFile.fName, line, column, name}, text);
+}
+
+void CsvFile::ReadNames() {
+  CsvScanner scanner(fFile.fPath, fDialect);
+  if (!scanner.Next() || scanner.GetLine() > 1) {
+    Refuse(1, 0, "The line is empty. Expected the variable names: delete the empty lines before them.");
+  }
+  for (int i = 0; i < scanner.CountCells(); ++i) {
+    if (ClassifyCell(scanner.GetCell(i), fDialect.fDecimal) == CellKind::Number) fHasNames = false;
+    fvNames.emplace_back(TrimBlanks(scanner.GetCell(i)));
+  }
+  for (std::size_t i = 0; i < fvNames.size(); ++i) {
+    if (!fHasNames || fvNames[i].empty()) fvNames[i] = fmt::format("V{}", i + 1);
+  }
+  CheckRecord(scanner);
+}
+
+void CsvFile::CheckNames() const {
+  std::map<std::string_view, int> columns;
+  int column = 0;
+  for (const std::string& name : fvNames) {
+    const auto [other, isNew] = columns.emplace(name, ++column);
+    if (isNew) continue;
+    Refuse(
+        1, column,
+        fmt::format("The variable name {} stands in column {} already. Give each column a name of its own.",
+                    name, other->second));
+  }
+}
+
+CsvScanner CsvFile::OpenData() const {
+  CsvScanner scanner(fFile.fPath, fDialect);
+  if (fHasNames) scanner.Next();
+  return scanner;
+}
+
+void CsvFile::CheckRecord(const CsvScanner& scanner) const {
+  const std::uint64_t line = scanner.GetLine();
+  switch (scanner.GetFault()) {
+    case CsvScanner::Fault::OpenQuote:
+      Refuse(line, scanner.CountCells(),
+             "The quoted cell that begins here has no closing quote. Add it, or double a quote "
+             "that belongs to the text.");
+    case CsvScanner::Fault::TextAfterQuote:
+      Refuse(
+          line, 0,
+          fmt::format("Text stands between a closing quote and the next {}. Double a quote that belongs to "
+                      "the text.",
+                      NameDelimiter(fDialect.fDelimiter)));
+    case CsvScanner::Fault::OtherNewLine:
+      Refuse(line - 1, 0,
+             "The line ends in another way than the lines before it. Save the file with one kind of line "
+             "end.");
+    case CsvScanner::Fault::None:
+      break;
+  }
+  CheckCells(scanner);
+}
+
+void CsvFile::CheckCells(const CsvScanner& scanner) const {
+  const int cells = scanner.CountCells();
+  const int columns = static_cast<int>(fvNames.size());
+  if (cells != columns) {
+    Refuse(scanner.GetLine(), 0,
+           fmt::format("The line has {} {}, but {} {} expected ({}). Cells are separated by the {} "
+                       "character: quote a cell "
+                       "that holds it, and keep the place of an empty cell.",
+                       cells, cells == 1 ? "cell" : "cells", columns, columns == 1 ? "is" : "are",
+                       JoinNames(fvNames), NameDelimiter(fDialect.fDelimiter)));
+  }
+  for (int i = 0; i < cells; ++i) {
+    if (!IsUtf8(scanner.GetCell(i)))
+      Refuse(scanner.GetLine(), i + 1, "The text is not UTF-8. Save the file as UTF-8.");
+  }
+}
+
+CsvFile::ColumnType CsvFile::Profile::GetType() const {
+  if (fText || (fBooleans && fNumbers)) return ColumnType::Text;
+  return fBooleans ? ColumnType::Boolean : ColumnType::Number;
+}
+
+std::vector<CsvFile::Profile> CsvFile::ReadSample(char decimal, std::set<std::string>& missingCells) const {
+  std::vector<Profile> profiles(fvNames.size());
+  CsvScanner scanner = OpenData();
+  for (int n = 0; n < kSampleRecords && scanner.GetOffset() < kSampleBytes && scanner.Next(); ++n) {
+    CheckRecord(scanner);
+    for (int i = 0; i < scanner.CountCells(); ++i) {
+      const std::string_view cell = scanner.GetCell(i);
+      Profile& profile = profiles[static_cast<std::size_t>(i)];
+      const CellKind kind = ClassifyCell(cell, decimal);
+      if (kind == CellKind::Missing) {
+        if (missingCells.find(std::string(cell)) == missingCells.end()) missingCells.emplace(cell);
+        continue;
+      }
+      profile.fNumbers |= kind == CellKind::Number;
+      profile.fBooleans |= kind == CellKind::Boolean;
+      profile.fText |= kind == CellKind::Text;
+      profile.fWidth = std::max(profile.fWidth, cell.size());
+      if (kind == CellKind::Number)
+        profile.fDecimals = std::max(profile.fDecimals, CountDecimals(cell, decimal));
+    }
+  }
+  return profiles;
+}
+
+void CsvFile::SettleTypes() {
+  const auto isNumeric = [](const Profile& profile) { return profile.GetType() == ColumnType::Number; };
+  const auto countNumeric = [&](const auto& all) { return std::count_if(all.begin(), all.end(), isNumeric); };
+  for (const std::string_view word : kMissingWords) fMissingCells.emplace(word);
+  std::vector<Profile> profiles = ReadSample('.', fMissingCells);
+  if (fDialect.fDelimiter != ',' && countNumeric(profiles) < static_cast<std::ptrdiff_t>(profiles.size())) {
+    std::vector<Profile> withComma = ReadSample(',', fMissingCells);
+    if (countNumeric(withComma) > countNumeric(profiles)) {
+      profiles = std::move(withComma);
+      fDialect.fDecimal = ',';
+    }
+  }
+  MakeVariables(profiles);
+}
+
+void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
+  for (std::size_t i = 0; i < profiles.size(); ++i) {
+    const Profile& profile = profiles[i];
+    fvTypes.push_back(profile.GetType());
+    VariableState variable;
+    variable.fName = fvNames[i];
+    variable.fIsString = profile.GetType() == ColumnType::Text;
+    const std::size_t width = std::min(profile.fWidth, kMostWidth);
+    if (variable.fIsString) {
+      variable.fWidth = static_cast<int>(profile.fWidth);
+      variable.fLevel = VariableState::Level::Nominal;
+      variable.fFormat = {static_cast<std::uint16_t>(width), kStringFormat, 0};
+    } else {
+      const int decimals = std::min(profile.fDecimals, kMostDecimals);
+      variable.fFormat = {static_cast<std::uint16_t>(std::max(width, kLeastWidth)), 5,
+                          static_cast<std::uint8_t>(decimals)};
+    }
+    if (profile.GetType() == ColumnType::Boolean) {
+      variable.fLevel = VariableState::Level::Nominal;
+      variable.fvValueLabels = {{OBS(0.0), "false"}, {OBS(1.0), "true"}};
+    }
+    fvVariables.push_back(std::move(variable));
+  }
+}
+
+std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
+  std::vector<const char*> types(fvNames.size(), "VARCHAR");
+  std::vector<std::string> wanted;
+  for (const int column : columns) {
+    const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
+    if (type == ColumnType::Number) types[static_cast<std::size_t>(column)] = "DOUBLE";
+    if (type == ColumnType::Boolean) types[static_cast<std::size_t>(column)] = "BOOLEAN";
+    wanted.push_back(type == ColumnType::Text ? fmt::format("c{}", column)
+                                              : fmt::format("CAST(c{} AS DOUBLE)", column));
+  }
+  std::vector<std::string> declared;
+  for (std::size_t i = 0; i < types.size(); ++i) declared.push_back(fmt::format("'c{}': '{}'", i, types[i]));
+  std::vector<std::string> missing;
+  for (const std::string& cell : fMissingCells) missing.push_back(QuoteSql(cell));
+  return fmt::format(
+      "SELECT {} FROM read_csv({}, auto_detect = false, header = {}, delim = {}, quote = {}, escape = {}, "
+      "new_line = '{}', decimal_separator = '{}', nullstr = [{}], columns = {{{}}})",
+      fmt::join(wanted, ", "), QuoteSql(std::filesystem::absolute(fFile.fPath).string()), fHasNames,
+      QuoteSql({&fDialect.fDelimiter, 1}), QuoteSql({&fDialect.fQuote, 1}), QuoteSql({&fDialect.fEscape, 1}),
+      EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal, fmt::join(missing, ", "),
+      fmt::join(declared, ", "));
+}
+
+void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {
+  for (CsvScanner scanner = OpenData(); scanner.Next();) {
+    CheckRecord(scanner);
+    for (const int column : columns) {
+      const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
+      const CellKind kind = ClassifyCell(scanner.GetCell(column), fDialect.fDecimal);
+      const CellKind expected = type == ColumnType::Boolean ? CellKind::Boolean : CellKind::Number;
+      if (type == ColumnType::Text || kind == expected || kind == CellKind::Missing) continue;
+      Refuse(scanner.GetLine(), column + 1,
+             fmt::format("{} is not {}, but the column was taken as such from the cells before. Correct the "
+                         "cell, or leave "
+                         "it empty.",
+                         QuoteCell(scanner.GetCell(column)),
+                         type == ColumnType::Boolean ? "true or false" : "a number"));
+    }
+  }
+  Refuse(0, 0, "The data engine can't read the file: " + engineText.substr(0, engineText.find('\n')));
+}
+
+}  // namespace BayesHost

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/data/CsvCell.h"
+#include "host/data/CsvDialect.h"
+#include "host/data/CsvScanner.h"
+#include "host/data/DataFile.h"
+#include "host/data/TableSource.h"
+
+namespace BayesHost {
+
+// A text table. Its first record holds the variable names, unless one of its cells is a number: then the
+// variables are called V1, V2, ... A column without a name is called after its position, too. A variable is
+// numeric when no cell of the sample (the first 20,480 records or 8 MB) speaks against it.
+class CsvFile : public TableSource {
+ public:
+  // Throws DataError: see CsvDialect::Settle; repeated names; a damaged record in the sample.
+  explicit CsvFile(DataFile file);
+
+  const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
+  std::string MakeQuery(const std::vector<int>& columns) const override;
+  // Reads the file again, up to the first record that is damaged or holds text in a numeric column.
+  [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
+
+ private:
+  enum class ColumnType { Number, Boolean, Text };
+
+  // What the sample tells of a column.
+  struct Profile {
+    bool fNumbers = false;
+    bool fBooleans = false;
+    bool fText = false;
+    int fDecimals = 0;
+    std::size_t fWidth = 1;
+    ColumnType GetType() const;
+  };
+
+  void ReadNames();
+  void CheckNames() const;
+  std::vector<Profile> ReadSample(char decimal, std::set<std::string>& missingCells) const;
+  void SettleTypes();
+  void MakeVariables(const std::vector<Profile>& profiles);
+  // To the first record behind the names.
+  CsvScanner OpenData() const;
+  void CheckRecord(const CsvScanner& scanner) const;
+  void CheckCells(const CsvScanner& scanner) const;
+  [[noreturn]] void Refuse(std::uint64_t line, int column, const std::string& text) const;
+
+  DataFile fFile;
+  CsvDialect fDialect;
+  bool fHasNames = true;
+  std::vector<std::string> fvNames;
+  std::vector<ColumnType> fvTypes;
+  std::vector<VariableState> fvVariables;
+  std::set<std::string> fMissingCells;
+};
+
+}  // namespace BayesHost

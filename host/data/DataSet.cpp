@@ -1,0 +1,186 @@
+#include "host/data/DataSet.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "host/data/CsvFile.h"
+#include "host/data/DataError.h"
+#include "platform/component/Common.h"
+
+namespace BayesHost {
+
+namespace {
+
+constexpr double kMissing = MCCommon_850::MCMV::Missing();
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+}
+
+// Half of the memory goes to the data that are kept, half to the engine, which works beside them.
+Engine::Options MakeEngineOptions(const DataSet::Limits& limits) {
+  return {std::max(limits.fThreads, 1), limits.fMemoryBytes / 2, std::filesystem::temp_directory_path()};
+}
+
+}  // namespace
+
+DataSet::DataSet(DataFile file, const Limits& limits)
+    : fFile(std::move(file)),
+      fBudget(limits.fMemoryBytes / 2),
+      fEngine(MakeEngineOptions(limits)),
+      fpSource(std::make_unique<CsvFile>(fFile)) {
+  fFileBytes = std::filesystem::file_size(fFile.fPath);
+  for (const VariableState& state : fpSource->GetVariables()) {
+    fvVariables.emplace_back(std::make_shared<const VariableState>(state));
+  }
+  fvRequired.resize(fvVariables.size());
+  fvPlaces.resize(fvVariables.size());
+  fvPools.resize(fvVariables.size());
+}
+
+DataSet::~DataSet() = default;
+
+int DataSet::FindVariable(std::string_view name) const {
+  int similar = -1;
+  int similarCount = 0;
+  for (int i = 0; i < CountVariables(); ++i) {
+    const std::string& candidate = GetVariable(i).GetName();
+    if (candidate == name) return i;
+    if (!EqualIgnoringCase(candidate, name)) continue;
+    similar = i;
+    ++similarCount;
+  }
+  return similarCount == 1 ? similar : -1;
+}
+
+void DataSet::SetSplit(std::vector<int> variables) {
+  fvSplit = std::move(variables);
+  fpIndex.reset();
+}
+
+void DataSet::SetWeight(int variable) {
+  if (variable >= 0 && GetVariable(variable).IsString()) {
+    throw DataError({fFile.fName, 0, variable + 1, GetVariable(variable).GetName()},
+                    "A string can't be the weight. Name a numeric variable.");
+  }
+  fWeight = variable;
+}
+
+void DataSet::Require(const std::vector<int>& variables) {
+  for (const int variable : variables) fvRequired[static_cast<std::size_t>(variable)] = true;
+}
+
+std::vector<int> DataSet::FindUnread() const {
+  std::vector<int> unread;
+  for (int i = 0; i < CountVariables(); ++i) {
+    const bool isSplit = std::find(fvSplit.begin(), fvSplit.end(), i) != fvSplit.end();
+    const bool wanted = fvRequired[static_cast<std::size_t>(i)] || isSplit || i == fWeight;
+    if (wanted && fvPlaces[static_cast<std::size_t>(i)].fpStore == nullptr) unread.push_back(i);
+  }
+  return unread;
+}
+
+bool DataSet::Load(const StopQuery& stop) {
+  const std::vector<int> unread = FindUnread();
+  if (unread.empty()) return true;
+  auto store = std::make_unique<ColumnStore>(fBudget, static_cast<int>(unread.size()));
+  try {
+    if (!ReadColumns(unread, *store, stop)) return false;
+  } catch (const EngineError& error) {
+    fpSource->Explain(unread, error.what());
+  }
+  Adopt(unread, std::move(store));
+  return true;
+}
+
+bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
+  for (const int variable : variables) fvPools[static_cast<std::size_t>(variable)] = {};
+  Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
+  while (stream.Next()) {
+    if (stop && stop()) return false;
+    TakeRows(stream, variables, store);
+  }
+  store.Finish();
+  return true;
+}
+
+void DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store) {
+  std::array<std::string_view, ColumnStore::kBlockRows> texts;
+  const std::size_t rows = stream.CountRows();
+  for (std::size_t from = 0; from < rows;) {
+    const std::size_t count = std::min(rows - from, store.GetRoom());
+    for (std::size_t i = 0; i < variables.size(); ++i) {
+      double* tail = store.GetTail(static_cast<int>(i));
+      if (GetVariable(variables[i]).IsString()) {
+        stream.GetStrings(i, from, count, texts.data());
+        EncodeStrings(texts.data(), count, fvPools[static_cast<std::size_t>(variables[i])], tail);
+      } else {
+        stream.GetNumbers(i, from, count, tail);
+      }
+    }
+    store.Advance(count);
+    from += count;
+  }
+}
+
+// A string of blanks says as little as an empty one.
+void DataSet::EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool,
+                            double* codes) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool blank = texts[i].find_first_not_of(' ') == std::string_view::npos;
+    codes[i] = blank ? kMissing : pool.Encode(texts[i]);
+  }
+}
+
+void DataSet::Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store) {
+  if (!fvStores.empty() && store->CountRows() != fCases) {
+    throw DataError({fFile.fName, 0, 0, {}},
+                    "The file has changed since it was first read. Start again with it.");
+  }
+  fCases = store->CountRows();
+  for (std::size_t i = 0; i < variables.size(); ++i) {
+    fvPlaces[static_cast<std::size_t>(variables[i])] = {store.get(), static_cast<int>(i)};
+  }
+  fvStores.push_back(std::move(store));
+}
+
+std::uint64_t DataSet::CountCases() {
+  if (fvStores.empty()) {
+    if (FindUnread().empty()) Require({0});
+    Load();
+  }
+  return fCases;
+}
+
+std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) const {
+  std::vector<ColumnPlace> places;
+  for (const int variable : variables) places.push_back(fvPlaces[static_cast<std::size_t>(variable)]);
+  return places;
+}
+
+const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
+  if (!fpIndex && fvSplit.empty()) fpIndex = std::make_unique<SplitIndex>(fCases);
+  if (!fpIndex) {
+    CaseCursor cursor(FindPlaces(fvSplit), nullptr);
+    cursor.SetRange(0, fCases);
+    const auto decode = [this](int i, double value) {
+      return Decode(fvSplit[static_cast<std::size_t>(i)], value);
+    };
+    fpIndex = std::make_unique<SplitIndex>(cursor, static_cast<int>(fvSplit.size()), decode);
+  }
+  return fpIndex->GetGroups();
+}
+
+CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
+  GetGroups();
+  return {FindPlaces(variables), fpIndex.get()};
+}
+
+OBS DataSet::Decode(int variable, double value) const {
+  if (!GetVariable(variable).IsString()) return OBS(value);
+  return OBS(value == kMissing ? std::string() : GetStrings(variable).Decode(value));
+}
+
+}  // namespace BayesHost

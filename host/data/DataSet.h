@@ -1,0 +1,99 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/data/CaseCursor.h"
+#include "host/data/DataFile.h"
+#include "host/data/Engine.h"
+#include "host/data/SplitIndex.h"
+#include "host/data/StringPool.h"
+#include "host/data/TableSource.h"
+#include "platform/Visibility.h"
+#include "platform/host/Data.h"
+
+namespace BayesHost {
+
+// A data file: its variables, the columns read so far, the split and weight variables in force. Opening reads
+// the dictionary only; columns are read, together and once, when a command first needs them.
+//
+// A loaded value is a double: a number, or the code of a string in its column's pool; the missing value for
+// both.
+class BAYES_PLATFORM DataSet {
+ public:
+  struct Limits {
+    std::size_t fMemoryBytes = std::size_t{1} << 30;
+    int fThreads = 1;
+  };
+  using StopQuery = std::function<bool()>;
+
+  // Throws DataError.
+  DataSet(DataFile file, const Limits& limits);
+  ~DataSet();
+  DataSet(const DataSet&) = delete;
+  DataSet& operator=(const DataSet&) = delete;
+
+  const std::string& GetFileName() const { return fFile.fName; }
+  std::uint64_t GetFileBytes() const { return fFileBytes; }
+  int CountVariables() const { return static_cast<int>(fvVariables.size()); }
+  const ZARQ_Variable& GetVariable(int index) const { return fvVariables[static_cast<std::size_t>(index)]; }
+  // Index of the variable with this name, or else of the only one whose name differs in case alone; -1 for
+  // none.
+  int FindVariable(std::string_view name) const;
+
+  // The split variables in force, outermost first; empty turns split files off.
+  void SetSplit(std::vector<int> variables);
+  const std::vector<int>& GetSplit() const { return fvSplit; }
+  // The frequency weight, -1 turns weighting off. Throws DataError when the variable is a string.
+  void SetWeight(int variable);
+  int GetWeight() const { return fWeight; }
+
+  // Names columns that the next Load reads.
+  void Require(const std::vector<int>& variables);
+  // Reads what is required and the split and weight variables, as far as not read before. False when `stop`
+  // said so: nothing was added then. Throws DataError.
+  bool Load(const StopQuery& stop = {});
+  // Reads a column if none has been read.
+  std::uint64_t CountCases();
+
+  // The rest is for loaded columns.
+  // The splits in force, in order; without split variables one that holds all cases.
+  const std::vector<SplitIndex::Group>& GetGroups();
+  // Cases in the order of the splits; SetRange chooses a split's.
+  CaseCursor MakeCursor(const std::vector<int>& variables);
+  const StringPool& GetStrings(int variable) const { return fvPools[static_cast<std::size_t>(variable)]; }
+  // The value that a number of this variable's column stands for.
+  OBS Decode(int variable, double value) const;
+
+  // What all stores of the run's data draw on.
+  MemoryBudget& GetBudget() { return fBudget; }
+
+ private:
+  std::vector<int> FindUnread() const;
+  bool ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop);
+  void TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
+  void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
+  void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
+  std::vector<ColumnPlace> FindPlaces(const std::vector<int>& variables) const;
+
+  DataFile fFile;
+  std::uint64_t fFileBytes = 0;
+  MemoryBudget fBudget;
+  Engine fEngine;
+  std::unique_ptr<TableSource> fpSource;
+  std::vector<ZARQ_Variable> fvVariables;
+  std::vector<int> fvSplit;
+  int fWeight = -1;
+  std::vector<bool> fvRequired;
+  std::vector<std::unique_ptr<ColumnStore>> fvStores;
+  std::vector<ColumnPlace> fvPlaces;    // of each variable
+  std::vector<StringPool> fvPools;      // of each variable, empty for numeric ones
+  std::unique_ptr<SplitIndex> fpIndex;  // made when first asked for
+  std::uint64_t fCases = 0;
+};
+
+}  // namespace BayesHost

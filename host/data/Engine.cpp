@@ -1,0 +1,136 @@
+#include "host/data/Engine.h"
+
+#include <duckdb.h>
+
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "platform/component/Common.h"
+
+namespace BayesHost {
+
+namespace {
+
+std::string TakeText(const char* text) {
+  return text == nullptr ? "unknown error" : text;
+}
+
+bool IsValid(const std::uint64_t* validity, std::size_t row) {
+  return validity == nullptr || ((validity[row / 64] >> (row % 64)) & 1U) != 0;
+}
+
+}  // namespace
+
+struct Engine::State {
+  ~State() {
+    duckdb_disconnect(&fConnection);
+    duckdb_close(&fDatabase);
+  }
+  duckdb_database fDatabase = nullptr;
+  duckdb_connection fConnection = nullptr;
+};
+
+Engine::Engine(Options options) : fOptions(std::move(options)) {}
+Engine::~Engine() = default;
+
+// The engine neither reaches for the network nor writes outside the temporary folder, and nothing that runs
+// in it later can change that. With a streaming buffer of 16 MB its threads have work while the rows are
+// taken; by default the second one waits.
+Engine::State& Engine::Open() {
+  if (fpState) return *fpState;
+  const std::array<std::pair<const char*, std::string>, 7> settings = {{
+      {"autoinstall_known_extensions", "false"},
+      {"autoload_known_extensions", "false"},
+      {"temp_directory", fOptions.fTempFolder.string()},
+      {"memory_limit", std::to_string(fOptions.fMemoryBytes / 1000) + "kB"},
+      {"threads", std::to_string(fOptions.fThreads)},
+      {"streaming_buffer_size", "16MB"},
+      {"lock_configuration", "true"},
+  }};
+  duckdb_config config = nullptr;
+  duckdb_create_config(&config);
+  for (const auto& [name, value] : settings) duckdb_set_config(config, name, value.c_str());
+  auto state = std::make_unique<State>();
+  char* error = nullptr;
+  const bool opened = duckdb_open_ext(nullptr, &state->fDatabase, config, &error) == DuckDBSuccess;
+  duckdb_destroy_config(&config);
+  const std::string text = opened ? std::string() : TakeText(error);
+  duckdb_free(error);
+  if (!opened) throw EngineError(text);
+  if (duckdb_connect(state->fDatabase, &state->fConnection) != DuckDBSuccess)
+    throw EngineError("no connection");
+  fpState = std::move(state);
+  return *fpState;
+}
+
+struct Engine::Stream::State {
+  ~State() {
+    duckdb_destroy_data_chunk(&fChunk);
+    duckdb_destroy_result(&fResult);
+    duckdb_destroy_pending(&fPending);
+    duckdb_destroy_prepare(&fStatement);
+  }
+  duckdb_prepared_statement fStatement = nullptr;
+  duckdb_pending_result fPending = nullptr;
+  duckdb_result fResult{};
+  duckdb_data_chunk fChunk = nullptr;
+};
+
+// The streaming calls: a result asked for in any other way is first made whole in memory.
+Engine::Stream Engine::Query(const std::string& sql) {
+  auto state = std::make_unique<Stream::State>();
+  if (duckdb_prepare(Open().fConnection, sql.c_str(), &state->fStatement) != DuckDBSuccess) {
+    throw EngineError(TakeText(duckdb_prepare_error(state->fStatement)));
+  }
+  if (duckdb_pending_prepared_streaming(state->fStatement, &state->fPending) != DuckDBSuccess) {
+    throw EngineError(TakeText(duckdb_pending_error(state->fPending)));
+  }
+  if (duckdb_execute_pending(state->fPending, &state->fResult) != DuckDBSuccess) {
+    throw EngineError(TakeText(duckdb_result_error(&state->fResult)));
+  }
+  return Stream(std::move(state));
+}
+
+Engine::Stream::Stream(std::unique_ptr<State> state) : fpState(std::move(state)) {}
+Engine::Stream::~Stream() = default;
+Engine::Stream::Stream(Stream&&) noexcept = default;
+
+bool Engine::Stream::Next() {
+  duckdb_destroy_data_chunk(&fpState->fChunk);
+  fpState->fChunk = duckdb_fetch_chunk(fpState->fResult);
+  if (fpState->fChunk != nullptr) return true;
+  // An error in the middle of the rows looks like their end.
+  const char* error = duckdb_result_error(&fpState->fResult);
+  if (error != nullptr && *error != '\0') throw EngineError(error);
+  return false;
+}
+
+std::size_t Engine::Stream::CountRows() const {
+  return duckdb_data_chunk_get_size(fpState->fChunk);
+}
+
+void Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_t count,
+                                double* values) const {
+  duckdb_vector vector = duckdb_data_chunk_get_vector(fpState->fChunk, column);
+  const auto* data = static_cast<const double*>(duckdb_vector_get_data(vector)) + from;
+  const std::uint64_t* validity = duckdb_vector_get_validity(vector);
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool usable = IsValid(validity, from + i) && std::isfinite(data[i]);
+    values[i] = usable ? data[i] : MCCommon_850::MCMV::Missing();
+  }
+}
+
+void Engine::Stream::GetStrings(std::size_t column, std::size_t from, std::size_t count,
+                                std::string_view* values) const {
+  duckdb_vector vector = duckdb_data_chunk_get_vector(fpState->fChunk, column);
+  auto* data = static_cast<duckdb_string_t*>(duckdb_vector_get_data(vector)) + from;
+  const std::uint64_t* validity = duckdb_vector_get_validity(vector);
+  for (std::size_t i = 0; i < count; ++i) {
+    values[i] = {};
+    if (IsValid(validity, from + i))
+      values[i] = {duckdb_string_t_data(&data[i]), duckdb_string_t_length(data[i])};
+  }
+}
+
+}  // namespace BayesHost

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace BayesHost {
+
+// What the engine says of a query that it can't carry out.
+class EngineError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// The data engine: SQL over files, a stream of rows back. The only class that knows its programming
+// interface. Opened with the first query: that takes about 20 ms, which a command that reads no data need not
+// spend.
+class Engine {
+ public:
+  struct Options {
+    int fThreads = 1;
+    std::size_t fMemoryBytes = std::size_t{1} << 29;
+    std::filesystem::path fTempFolder;
+  };
+
+  // The rows of a query in order, some 2,000 at a time: the engine keeps a small number of them in memory,
+  // not the whole result. Must not outlive its engine.
+  class Stream {
+   public:
+    struct State;
+    explicit Stream(std::unique_ptr<State> state);
+    ~Stream();
+    Stream(Stream&&) noexcept;
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+
+    // To the next rows; false at the end. Throws EngineError.
+    bool Next();
+    std::size_t CountRows() const;
+    // Values of rows [from, from + count) of a DOUBLE column. Missing and non-finite values become the
+    // missing value.
+    void GetNumbers(std::size_t column, std::size_t from, std::size_t count, double* values) const;
+    // The same for a VARCHAR column; a missing string has a null data pointer. The texts are valid until
+    // Next.
+    void GetStrings(std::size_t column, std::size_t from, std::size_t count, std::string_view* values) const;
+
+   private:
+    std::unique_ptr<State> fpState;
+  };
+
+  explicit Engine(Options options);
+  ~Engine();
+  Engine(const Engine&) = delete;
+  Engine& operator=(const Engine&) = delete;
+
+  // Throws EngineError.
+  Stream Query(const std::string& sql);
+
+ private:
+  struct State;
+  State& Open();
+
+  Options fOptions;
+  std::unique_ptr<State> fpState;
+};
+
+}  // namespace BayesHost

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/host/Data.h"
+
+namespace BayesHost {
+
+class CaseCursor;
+
+// The groups of cases with equal values of the split variables, in ascending order of these values (missing
+// first, strings by bytes), and the rows of each in the order of the file.
+class SplitIndex {
+ public:
+  struct Group {
+    std::vector<OBS> fvKey;  // one value for each split variable
+    std::uint64_t fBegin = 0;
+    std::uint64_t fEnd = 0;  // one past the last position
+  };
+  // Value of a split variable behind the number that stands for it in the columns.
+  using Decoder = std::function<OBS(int variable, double value)>;
+
+  // Without split variables: one group, the whole file.
+  explicit SplitIndex(std::uint64_t rows);
+  // From a cursor over all rows that hands out the split variables.
+  SplitIndex(CaseCursor& cursor, int variables, const Decoder& decode);
+
+  const std::vector<Group>& GetGroups() const { return fvGroups; }
+  // The row at a position of this order.
+  std::uint64_t GetRow(std::uint64_t position) const {
+    return fvOrder.empty() ? position : fvOrder[static_cast<std::size_t>(position)];
+  }
+
+ private:
+  void SortGroups(std::vector<std::uint32_t>& ranks);
+
+  std::vector<Group> fvGroups;
+  std::vector<std::uint32_t> fvOrder;  // empty: the order of the file
+};
+
+}  // namespace BayesHost

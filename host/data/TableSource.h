@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/data/Variable.h"
+
+namespace BayesHost {
+
+// A table that the data engine can read: it knows the table's variables and how to ask the engine for
+// columns. One class for each kind of file.
+class TableSource {
+ public:
+  virtual ~TableSource() = default;
+  virtual const std::vector<VariableState>& GetVariables() const = 0;
+  // A query for these columns in the order of the file: numbers as DOUBLE, strings as VARCHAR.
+  virtual std::string MakeQuery(const std::vector<int>& columns) const = 0;
+  // Throws a DataError that says in the reader's terms why the engine refused these columns.
+  [[noreturn]] virtual void Explain(const std::vector<int>& columns, const std::string& engineText) const = 0;
+};
+
+}  // namespace BayesHost

@@ -1,0 +1,63 @@
+// The platform's view of the active data set: thin, over the session's DataSet.
+#include <algorithm>
+
+#include "host/data/DataSet.h"
+#include "host/data/Variable.h"
+#include "host/session/Session.h"
+#include "platform/component/Common.h"
+#include "platform/host/Data.h"
+
+using BayesHost::DataSet;
+using BayesHost::Session;
+
+OBS::OBS(double number) : fValue(number) {}
+
+OBS::OBS(std::string text) {
+  text.resize(text.find_last_not_of(' ') + 1);
+  fValue = std::move(text);
+}
+
+ZARQ_Variable::ZARQ_Variable(std::shared_ptr<const State> state) : fpState(std::move(state)) {}
+
+const std::string& ZARQ_Variable::GetName() const {
+  return fpState->fName;
+}
+const std::string& ZARQ_Variable::GetPreferredLabel() const {
+  return fpState->fLabel.empty() ? fpState->fName : fpState->fLabel;
+}
+ZARQ_Format ZARQ_Variable::GetFormat() const {
+  return fpState->fFormat;
+}
+bool ZARQ_Variable::IsString() const {
+  return fpState->fIsString;
+}
+int ZARQ_Variable::GetWidth() const {
+  return fpState->fWidth;
+}
+
+std::string ZARQ_Variable::GetValueLabel(const OBS& value) const {
+  const auto& labels = fpState->fvValueLabels;
+  const auto label =
+      std::find_if(labels.begin(), labels.end(), [&](const auto& entry) { return entry.first == value; });
+  return label == labels.end() ? std::string() : label->second;
+}
+
+int ZARQ_DataSource::ColumnCount() const {
+  const DataSet* data = Session::Current().GetData();
+  return data == nullptr ? 0 : data->CountVariables();
+}
+
+const ZARQ_Variable& ZARQ_DataSource::GetVariable(int index) const {
+  return Session::Current().GetData()->GetVariable(index);
+}
+
+double ZARQ_DataSource::GetMissingValue() {
+  return MCCommon_850::MCMV::Missing();
+}
+
+ProcedureDataSource::ProcedureDataSource() = default;
+
+bool ProcedureDataSource::FatalError() const {
+  const Session& session = Session::Current();
+  return session.IsFatal() || session.GetOptions().fParserMode != BayesHost::ParserMode::Run;
+}
