@@ -178,6 +178,13 @@ CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
   return {FindPlaces(variables), fpIndex.get()};
 }
 
+double DataSet::Encode(int variable, const OBS& value) const {
+  if (value.IsString() != GetVariable(variable).IsString()) return kMissing;
+  if (!value.IsString()) return value.GetNumber();
+  const double code = GetStrings(variable).Find(value.GetString());
+  return code < 0 ? kMissing : code;
+}
+
 OBS DataSet::Decode(int variable, double value) const {
   if (!GetVariable(variable).IsString()) return OBS(value);
   return OBS(value == kMissing ? std::string() : GetStrings(variable).Decode(value));

@@ -7,14 +7,11 @@
 #include <stdexcept>
 
 #include "host/data/CaseCursor.h"
+#include "host/data/Observation.h"
 
 namespace BayesHost {
 
 namespace {
-
-bool IsLess(const OBS& a, const OBS& b) {
-  return a.IsString() ? a.GetString() < b.GetString() : a.GetNumber() < b.GetNumber();
-}
 
 bool IsLessKey(const std::vector<OBS>& a, const std::vector<OBS>& b) {
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), IsLess);

@@ -2,8 +2,19 @@
 
 namespace BayesHost {
 
+namespace {
+std::string_view TrimEnd(std::string_view text) {
+  return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+}  // namespace
+
+double StringPool::Find(std::string_view text) const {
+  const auto known = fCodes.find(TrimEnd(text));
+  return known == fCodes.end() ? -1 : known->second;
+}
+
 double StringPool::Encode(std::string_view text) {
-  text = text.substr(0, text.find_last_not_of(' ') + 1);
+  text = TrimEnd(text);
   const auto known = fCodes.find(text);
   if (known != fCodes.end()) return known->second;
   const auto code = static_cast<double>(fStrings.size());

@@ -12,6 +12,8 @@ namespace BayesHost {
 class StringPool {
  public:
   double Encode(std::string_view text);
+  // Code of a string that Encode has seen, negative for any other.
+  double Find(std::string_view text) const;
   // A code that Encode has given.
   const std::string& Decode(double code) const { return fStrings[static_cast<std::size_t>(code)]; }
   std::size_t CountStrings() const { return fStrings.size(); }

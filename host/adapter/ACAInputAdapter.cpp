@@ -1,0 +1,137 @@
+#include <algorithm>
+#include <limits>
+
+#include "host/adapter/AdapterState.h"
+#include "host/adapter/RecordLayout.h"
+#include "host/session/Session.h"
+
+using BayesHost::Categories;
+using BayesHost::RecordSlot;
+
+namespace {
+
+constexpr double kMissing = MCCommon_850::MCMV::Missing();
+
+std::size_t Index(int i) {
+  return static_cast<std::size_t>(i);
+}
+
+}  // namespace
+
+ACAInputAdapter::ACAInputAdapter(ACAVarValidSpecs& varSpecs, ProcedureDataSource&)
+    : fpState(new State{varSpecs, BayesHost::Session::Current().GetData()}) {}
+ACAInputAdapter::~ACAInputAdapter() = default;
+
+int ACAInputAdapter::GetRecordSize() const {
+  return fpState->fVarSpecs.GetNRecordVars();
+}
+
+// In pass 0 a category is learnt only when its case is accepted; until then its code is the next one.
+void ACAInputAdapter::EncodeCatVars(double* record) {
+  for (const int slot : fpState->fVarSpecs.GetRecCatVars()) {
+    const double value = fpState->fvCase[Index(slot)];
+    const Categories& categories = fpState->GetSplit().fvCategories[Index(slot)];
+    const int code = value == kMissing ? -1 : categories.Find(value);
+    const bool isNew = code < 0 && fpState->fPass == 0;
+    record[slot] = value == kMissing ? kMissing : isNew ? categories.Count() : code;
+  }
+}
+
+void ACAInputAdapter::GetContVars(double* record) {
+  const std::vector<RecordSlot>& slots = fpState->fVarSpecs.GetState().fvSlots;
+  for (std::size_t i = 0; i < slots.size(); ++i) {
+    if (!slots[i].fCategorical) record[i] = fpState->fvCase[i];
+  }
+}
+
+// No record of this host holds matrix specifications.
+void ACAInputAdapter::RecodeMatrixSpecs(double*) {}
+
+bool ACAInputAdapter::HandleBadMatrixSpec(int, const std::vector<int>*) {
+  return false;
+}
+
+void ACAInputAdapter::FillFreeVars(double* record) {
+  const std::vector<RecordSlot>& slots = fpState->fVarSpecs.GetState().fvSlots;
+  for (std::size_t i = 0; i < slots.size(); ++i) {
+    if (slots[i].IsFree()) record[i] = kMissing;
+  }
+}
+
+bool ACAInputAdapter::PreprocessCase() {
+  return true;
+}
+bool ACAInputAdapter::PreprocessRecord(double*) {
+  return true;
+}
+void ACAInputAdapter::PrepareNewPass() {}
+void ACAInputAdapter::PrepareNewSplit() {}
+
+bool ACAInputAdapter::GetSplitFile() const {
+  return fpState->fpData != nullptr && !fpState->fpData->GetSplit().empty();
+}
+
+void ACAInputAdapter::SetSplitFile(BpProcedure* proc, bool, bool, bool) {
+  fpState->fNamesSplits = proc != nullptr && GetSplitFile();
+}
+
+const std::vector<const OBS*>& ACAInputAdapter::GetSplitValues() const {
+  return fpState->fvSplitValues;
+}
+
+int ACAInputAdapter::GetCurrentPass() const {
+  return fpState->fPass;
+}
+
+int ACAInputAdapter::GetRecordCatVarSize(int slot) const {
+  return fpState->GetSplit().fvCategories[Index(slot)].Count();
+}
+
+void ACAInputAdapter::ReorderRecordCats(int slot, bool ascending) {
+  fpState->GetSplit().fvCategories[Index(slot)].Sort(ascending);
+}
+
+int ACAInputAdapter::EncodeRecordCatValue(int slot, const OBS& value, bool& notFound, bool) const {
+  const int variable = fpState->fVarSpecs.GetZARQVarIndex(slot);
+  const double number = variable < 0 ? kMissing : fpState->fpData->Encode(variable, value);
+  const int code = number == kMissing ? -1 : fpState->GetSplit().fvCategories[Index(slot)].Find(number);
+  notFound = code < 0;
+  return code;
+}
+
+const OBS* ACAInputAdapter::DecodeRecordCatValue(int slot, int code) const {
+  return fpState->GetSplit().fvCategories[Index(slot)].Decode(code);
+}
+
+double ACAInputAdapter::GetRecordVarMin(int slot) const {
+  return fpState->GetSplit().fvRanges[Index(slot)].fMin;
+}
+double ACAInputAdapter::GetRecordVarMax(int slot) const {
+  return fpState->GetSplit().fvRanges[Index(slot)].fMax;
+}
+
+int ACAInputAdapter::GetWeightAdjType() const {
+  return 1;
+}
+
+double ACAInputAdapter::GetSplitCaseCount() const {
+  return GetValidCount();
+}
+
+int ACAInputAdapter::GetSplitSize() const {
+  constexpr double kMost = std::numeric_limits<int>::max();
+  return static_cast<int>(std::min(GetValidCount(), kMost));
+}
+
+double ACAInputAdapter::GetValidCount() const {
+  return fpState->GetSplit().fCounts.fValid;
+}
+double ACAInputAdapter::GetWeightedValidCount() const {
+  return fpState->GetSplit().fCounts.fWeightedValid;
+}
+double ACAInputAdapter::GetDroppedCount() const {
+  return fpState->GetSplit().fCounts.fDropped;
+}
+double ACAInputAdapter::GetWeightedDroppedCount() const {
+  return fpState->GetSplit().fCounts.fWeightedDropped;
+}

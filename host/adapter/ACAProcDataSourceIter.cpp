@@ -1,0 +1,174 @@
+#include <exception>
+#include <optional>
+
+#include "host/adapter/AdapterState.h"
+#include "host/adapter/RecordLayout.h"
+#include "host/adapter/SplitNames.h"
+#include "host/session/Session.h"
+
+using BayesHost::CaseCursor;
+using BayesHost::CaseFate;
+using BayesHost::DataSet;
+using BayesHost::Session;
+
+struct ACAProcDataSourceIter::Implementation {
+  Implementation(ACAInputAdapter& adapter, bool readAhead);
+  ~Implementation();
+
+  bool Load();
+  void LookAhead();
+  void BeginPass(int pass);
+  void BeginSplit(int split);
+  bool NewSplit();
+  void Advance();
+  bool MakeRecord();
+  ACAInputAdapter::State& GetAdapterState() { return fAdapter.GetState(); }
+
+  ACAInputAdapter& fAdapter;
+  Session& fSession;
+  State fState = kReady;
+  bool fUsable = false;      // there are splits to walk
+  bool fSplitBegun = false;  // the next split was begun by looking ahead
+  bool fSplitEmpty = true;   // no record of this split so far
+  std::optional<CaseCursor> fCursor;
+  std::vector<double> fvRecord;
+  MCCommon_850::Record fRecord;
+};
+
+namespace {
+
+std::vector<int> ListVariables(const ACAVarValidSpecs::State& layout) {
+  std::vector<int> variables;
+  for (const BayesHost::RecordSlot& slot : layout.fvSlots) {
+    if (!slot.IsFree()) variables.push_back(slot.fVariable);
+  }
+  return variables;
+}
+
+}  // namespace
+
+ACAProcDataSourceIter::Implementation::Implementation(ACAInputAdapter& adapter, bool readAhead)
+    : fAdapter(adapter), fSession(Session::Current()) {
+  ACAInputAdapter::State& state = GetAdapterState();
+  if (state.fpData == nullptr) fState = kNoCase;
+  if (state.fpData == nullptr || !Load()) return;
+  state.Prepare();
+  fvRecord.resize(static_cast<std::size_t>(fAdapter.GetRecordSize()));
+  fRecord.fValues = fvRecord.data();
+  fUsable = state.fpData->CountCases() > 0;
+  if (!fUsable) fState = kNoCase;
+  if (!fUsable) return;
+  BeginPass(0);
+  if (readAhead) LookAhead();
+}
+
+ACAProcDataSourceIter::Implementation::~Implementation() {
+  if (GetAdapterState().fNamesSplits) BayesHost::ForgetSplit();
+}
+
+// A file that can't be read ends the procedure; what is wrong with it is shown when the run has come to its end.
+bool ACAProcDataSourceIter::Implementation::Load() {
+  DataSet& data = *GetAdapterState().fpData;
+  const std::vector<int> variables = ListVariables(GetAdapterState().fVarSpecs.GetState());
+  try {
+    data.Require(variables);
+    if (!data.Load([this] { return fSession.IsInterrupted(); })) return false;
+    fCursor.emplace(data.MakeCursor(variables));
+    return true;
+  } catch (const std::exception& error) {
+    fSession.StoreError(error.what());
+    return false;
+  }
+}
+
+void ACAProcDataSourceIter::Implementation::LookAhead() {
+  BeginSplit(0);
+  fSplitBegun = true;
+  if (!fAdapter.GetSplitFile() && fState == kNoValidCase) fUsable = false;
+}
+
+void ACAProcDataSourceIter::Implementation::BeginPass(int pass) {
+  GetAdapterState().fPass = pass;
+  GetAdapterState().fSplit = -1;
+  GetAdapterState().fHasRecord = false;
+  fState = kReady;
+  fSplitBegun = false;
+  fAdapter.PrepareNewPass();
+}
+
+void ACAProcDataSourceIter::Implementation::BeginSplit(int split) {
+  ACAInputAdapter::State& state = GetAdapterState();
+  const BayesHost::SplitIndex::Group& group = state.fpData->GetGroups()[static_cast<std::size_t>(split)];
+  state.EnterSplit(split);
+  if (state.fNamesSplits) BayesHost::NameSplit(*state.fpData, group);
+  fCursor->SetRange(group.fBegin, group.fEnd);
+  fState = kReady;
+  fSplitEmpty = true;
+  fAdapter.PrepareNewSplit();
+  Advance();
+}
+
+bool ACAProcDataSourceIter::Implementation::NewSplit() {
+  if (!fUsable) return false;
+  const bool begun = fSplitBegun;
+  fSplitBegun = false;
+  if (begun) return true;
+  const int next = GetAdapterState().fSplit + 1;
+  if (next >= static_cast<int>(GetAdapterState().fvSplits.size())) return false;
+  BeginSplit(next);
+  return true;
+}
+
+// To the next case that becomes a record. An interrupt ends the split early.
+void ACAProcDataSourceIter::Implementation::Advance() {
+  ACAInputAdapter::State& state = GetAdapterState();
+  state.fHasRecord = false;
+  while (!fSession.IsInterrupted() && fCursor->Next()) {
+    const CaseFate fate = state.TakeCase(fCursor->GetValues());
+    if (fate == CaseFate::Uncounted || !fAdapter.PreprocessCase()) continue;
+    if (fate == CaseFate::Dropped) state.CountDropped();
+    if (fate == CaseFate::Dropped || !MakeRecord()) continue;
+    state.Accept();
+    state.fHasRecord = true;
+    fSplitEmpty = false;
+    return;
+  }
+  if (fSplitEmpty) fState = kNoValidCase;
+}
+
+bool ACAProcDataSourceIter::Implementation::MakeRecord() {
+  double* record = fvRecord.data();
+  fAdapter.EncodeCatVars(record);
+  fAdapter.GetContVars(record);
+  fAdapter.RecodeMatrixSpecs(record);
+  fAdapter.FillFreeVars(record);
+  return fAdapter.PreprocessRecord(record);
+}
+
+ACAProcDataSourceIter::ACAProcDataSourceIter(ACAInputAdapter& adapter, bool readAhead)
+    : fpImplementation(std::make_unique<Implementation>(adapter, readAhead)) {}
+ACAProcDataSourceIter::~ACAProcDataSourceIter() = default;
+
+bool ACAProcDataSourceIter::NewSplit() {
+  return fpImplementation->NewSplit();
+}
+
+ACAProcDataSourceIter::State ACAProcDataSourceIter::GetState() const {
+  return fpImplementation->fState;
+}
+
+bool ACAProcDataSourceIter::HasRecord() const {
+  return fpImplementation->GetAdapterState().fHasRecord;
+}
+
+void ACAProcDataSourceIter::Advance() {
+  if (HasRecord()) fpImplementation->Advance();
+}
+
+void ACAProcDataSourceIter::Restart() {
+  if (fpImplementation->fUsable) fpImplementation->BeginPass(1);
+}
+
+const MCCommon_850::Record* ACAProcDataSourceIter::Current() const {
+  return HasRecord() ? &fpImplementation->fRecord : nullptr;
+}
