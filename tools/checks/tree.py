@@ -13,22 +13,29 @@ ROOT = os.path.abspath(sys.argv[1] if len(sys.argv) > 1 and not sys.argv[1].star
 BUILD = os.path.join(ROOT, "build")
 
 
+def names():
+    """Paths, relative to the tree, of what is or could be committed. An unpacked archive has no git."""
+    if not os.path.exists(os.path.join(ROOT, ".git")):
+        return sorted(walk())
+    command = ["git", "-C", ROOT, "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
+    return sorted(subprocess.run(command, check=True, capture_output=True, text=True).stdout.split("\0"))
+
+
 def files(*suffixes, under=""):
-    """Paths, relative to the tree, of the files that are or could be committed. An unpacked archive has no git."""
-    if os.path.exists(os.path.join(ROOT, ".git")):
-        command = ["git", "-C", ROOT, "ls-files", "-z", "--cached", "--others", "--exclude-standard"]
-        names = subprocess.run(command, check=True, capture_output=True, text=True).stdout.split("\0")
-    else:
-        names = walk()
-    wanted = (n for n in names if n.endswith(suffixes or "") and n.startswith(under))
-    return sorted(n for n in wanted if os.path.isfile(os.path.join(ROOT, n)))
+    wanted = (n for n in names() if n.endswith(suffixes or "") and n.startswith(under))
+    return [n for n in wanted if os.path.isfile(os.path.join(ROOT, n))]
+
+
+def links():
+    """(name, target) of the symbolic links."""
+    return [(n, os.readlink(os.path.join(ROOT, n))) for n in names() if os.path.islink(os.path.join(ROOT, n))]
 
 
 def walk():
-    for folder, subfolders, names in os.walk(ROOT):
+    for folder, subfolders, leaves in os.walk(ROOT):
         if folder == ROOT:
             subfolders[:] = [s for s in subfolders if not s.startswith("build") and s != ".deps"]
-        for name in names:
+        for name in leaves + [s for s in subfolders if os.path.islink(os.path.join(folder, s))]:
             yield os.path.relpath(os.path.join(folder, name), ROOT)
 
 
