@@ -1,0 +1,108 @@
+#include "app/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <map>
+
+#include "app/Version.h"
+
+namespace BayesApp {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Bayesian inference from the command line.\n\n"
+    "  bayes run study.bay                     results in the terminal\n"
+    "  bayes run study.bay -o report.html      results as one HTML file\n"
+    "  bayes run -d data.csv -c 'BAYES ONESAMPLE /INFERENCE DISTRIBUTION=NORMAL VARIABLES=height.'\n"
+    "  bayes help ONESAMPLE                    the grammar of a command";
+
+const std::map<std::string, Format> kFormats{
+    {"text", Format::Text}, {"json", Format::Json}, {"html", Format::Html}};
+
+// Without --format, the output file's ending decides.
+Format GuessFormat(const std::string& file) {
+  const std::size_t dot = file.rfind('.');
+  const auto found = dot == std::string::npos ? kFormats.end() : kFormats.find(file.substr(dot + 1));
+  return found == kFormats.end() ? Format::Text : found->second;
+}
+
+void AddSource(CLI::App& command, Request& request) {
+  command.add_option("file", request.fCommandFile, "command file (.bay)");
+  command.add_option("-d,--data", request.fDataFile, "data file for the commands of -c");
+  command.add_option("-c,--command", request.fCommands, "commands, each ended by a period");
+}
+
+void AddLimits(CLI::App& command, Request& request) {
+  command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")->check(CLI::NonNegativeNumber);
+  command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
+      ->transform(CLI::AsSizeValue(false));
+  command.add_flag("-q,--quiet", request.fQuiet, "no progress and no warnings on standard error");
+}
+
+// Exactly one source: a file, or data and commands.
+std::optional<std::string> CheckSource(const Request& request) {
+  const bool inLine = !request.fCommands.empty();
+  if (!request.fCommandFile.empty() && (inLine || !request.fDataFile.empty())) {
+    return "Give a command file, or -d and -c, not both.";
+  }
+  if (request.fCommandFile.empty() && !inLine) {
+    return "Nothing to run: give a command file, or -d FILE and -c 'COMMAND.'.";
+  }
+  return std::nullopt;
+}
+
+Request Finish(Request request, int status) {
+  request.fAction = Action::Done;
+  request.fExitStatus = status;
+  return request;
+}
+
+}  // namespace
+
+Request ParseCommandLine(int argc, char** argv) {
+  Request request;
+  CLI::App app(kDescription, "bayes");
+  app.set_version_flag("--version", std::string("bayes ") + kVersion);
+  app.require_subcommand(1);
+
+  CLI::App* run = app.add_subcommand("run", "run the commands of a file");
+  AddSource(*run, request);
+  AddLimits(*run, request);
+  run->add_option("-o,--output", request.fOutputFile, "file for the results (.html, .json or text)");
+  CLI::Option* format = run->add_option("--format", request.fFormat, "form of the results: text, json or html")
+                            ->transform(CLI::CheckedTransformer(kFormats));
+  run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")->check(CLI::PositiveNumber);
+
+  CLI::App* check = app.add_subcommand("check", "check the commands of a file without running them");
+  AddSource(*check, request);
+  AddLimits(*check, request);
+
+  CLI::App* describe = app.add_subcommand("describe", "show the variables of a data file");
+  describe->add_option("data", request.fDataFile, "data file")->required();
+  AddLimits(*describe, request);
+
+  CLI::App* help = app.add_subcommand("help", "show the grammar of a command");
+  help->add_option("command", request.fHelpTopic, "name of a command, such as ONESAMPLE");
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    const bool asked = error.get_exit_code() == 0;
+    app.exit(error);
+    return Finish(request, asked ? kSuccess : kUsageError);
+  }
+  if (run->parsed() || check->parsed()) {
+    if (const auto problem = CheckSource(request)) {
+      std::cerr << "bayes: " << *problem << "\nRun with --help for more information.\n";
+      return Finish(request, kUsageError);
+    }
+  }
+  if (format->count() == 0) request.fFormat = GuessFormat(request.fOutputFile);
+  request.fAction = run->parsed()        ? Action::Run
+                    : check->parsed()    ? Action::Check
+                    : describe->parsed() ? Action::DescribeData
+                                         : Action::Help;
+  return request;
+}
+
+}  // namespace BayesApp

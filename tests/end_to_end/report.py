@@ -1,0 +1,36 @@
+"""Runs the program and reads its JSON report: what the end-to-end tests share."""
+import json
+import os
+import subprocess
+
+
+def run(program, arguments, folder):
+    """Exit status, report (None when there is none) and standard error of `bayes run ... --format json`."""
+    done = subprocess.run([program, "run", *arguments, "--format", "json"], cwd=folder, capture_output=True,
+                          text=True, timeout=300, env={**os.environ, "LC_ALL": "C.UTF-8"})
+    try:
+        report = json.loads(done.stdout)
+    except json.JSONDecodeError:
+        report = None
+    return done.returncode, report, done.stderr
+
+
+def items(report, kind):
+    """All items of a kind, in order, with those under headings."""
+    found = []
+
+    def walk(level):
+        for item in level:
+            if item["type"] == kind:
+                found.append(item)
+            walk(item.get("items", []))
+
+    for command in report["commands"] if report else []:
+        walk(command["items"])
+    return found
+
+
+def cells(report, title, row, column):
+    """Cells of the tables with this title whose row and column labels end in the given texts."""
+    return [cell for table in items(report, "table") if table["title"] == title for cell in table["cells"]
+            if cell["row"][-len(row):] == row and cell["column"][-len(column):] == column]
