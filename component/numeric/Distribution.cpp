@@ -1,0 +1,123 @@
+#include "component/numeric/Distribution.h"
+
+#include <algorithm>
+#include <boost/math/distributions/beta.hpp>
+#include <boost/math/distributions/gamma.hpp>
+#include <boost/math/distributions/normal.hpp>
+#include <boost/math/distributions/students_t.hpp>
+#include <cmath>
+#include <limits>
+
+namespace BayesComponent {
+
+namespace {
+
+namespace policies = boost::math::policies;
+
+// Out of range is infinite or NaN, which the caller turns into a missing value, never an exception.
+using Quiet = policies::policy<
+    policies::domain_error<policies::ignore_error>, policies::pole_error<policies::ignore_error>,
+    policies::overflow_error<policies::ignore_error>, policies::evaluation_error<policies::ignore_error>>;
+
+using Normal = boost::math::normal_distribution<double, Quiet>;
+using Student = boost::math::students_t_distribution<double, Quiet>;
+using Beta = boost::math::beta_distribution<double, Quiet>;
+using Gamma = boost::math::gamma_distribution<double, Quiet>;
+
+}  // namespace
+
+NormalDistribution::NormalDistribution(double mean, double variance) : fMean(mean), fVariance(variance) {}
+
+double NormalDistribution::LowerQuantile(double tail) const {
+  return fMean + std::sqrt(fVariance) * quantile(Normal(), tail);
+}
+
+double NormalDistribution::UpperQuantile(double tail) const {
+  return fMean - std::sqrt(fVariance) * quantile(Normal(), tail);
+}
+
+double NormalDistribution::Density(double x) const {
+  return pdf(Normal(fMean, std::sqrt(fVariance)), x);
+}
+
+StudentDistribution::StudentDistribution(double df, double location, double squaredScale)
+    : fDF(df), fLocation(location), fScale(std::sqrt(squaredScale)) {}
+
+std::optional<double> StudentDistribution::Mean() const {
+  if (fDF > 1) return fLocation;
+  return {};
+}
+
+std::optional<double> StudentDistribution::Variance() const {
+  if (fDF > 2) return fScale * fScale * (fDF / (fDF - 2));
+  return {};
+}
+
+double StudentDistribution::LowerQuantile(double tail) const {
+  return fLocation + fScale * quantile(Student(fDF), tail);
+}
+
+double StudentDistribution::UpperQuantile(double tail) const {
+  return fLocation - fScale * quantile(Student(fDF), tail);
+}
+
+double StudentDistribution::Density(double x) const {
+  return pdf(Student(fDF), (x - fLocation) / fScale) / fScale;
+}
+
+double StudentDistribution::UpperProbability(double x) const {
+  return cdf(complement(Student(fDF), (x - fLocation) / fScale));
+}
+
+BetaDistribution::BetaDistribution(double a, double b) : fA(a), fB(b) {}
+
+std::optional<double> BetaDistribution::Mode() const {
+  if (fA > 1 && fB > 1) return (fA - 1) / (fA - 1 + (fB - 1));
+  if (fA == 1 && fB == 1) return {};
+  if (fA <= 1 && fB >= 1) return 0.0;
+  if (fB <= 1 && fA >= 1) return 1.0;
+  return {};
+}
+
+std::optional<double> BetaDistribution::Variance() const {
+  const double n = fA + fB;
+  return fA / n * (fB / n) / (n + 1);
+}
+
+double BetaDistribution::LowerQuantile(double tail) const {
+  return quantile(Beta(fA, fB), tail);
+}
+
+double BetaDistribution::UpperQuantile(double tail) const {
+  return quantile(complement(Beta(fA, fB), tail));
+}
+
+double BetaDistribution::Density(double x) const {
+  return pdf(Beta(fA, fB), x);
+}
+
+GammaDistribution::GammaDistribution(double shape, double rate) : fShape(shape), fRate(rate) {}
+
+std::optional<double> GammaDistribution::Mode() const {
+  return std::max(0.0, fShape - 1) / fRate;
+}
+
+double GammaDistribution::LowerQuantile(double tail) const {
+  return quantile(Gamma(fShape, 1), tail) / fRate;
+}
+
+double GammaDistribution::UpperQuantile(double tail) const {
+  return quantile(complement(Gamma(fShape, 1), tail)) / fRate;
+}
+
+double GammaDistribution::Density(double x) const {
+  return fRate * pdf(Gamma(fShape, 1), fRate * x);
+}
+
+double TwoSidedSignificance(double statistic, double df) {
+  const double x = -std::abs(statistic);
+  const double significance = 2 * (std::isinf(df) ? cdf(Normal(), x) : cdf(Student(df), x));
+  return significance < std::numeric_limits<double>::min() ? 0 : significance;
+}
+
+}  // namespace BayesComponent
