@@ -73,7 +73,7 @@ class StatementLexer {
   void ReadBadCharacter();
 
   void Add(ZARQ_Token::Kind kind, std::string text, std::size_t end, double number = 0, int code = -1);
-  void Fault(const char* key, Arguments arguments = {});
+  void NoteFault(const char* key, Arguments arguments = {});
   void MarkLeading();
 
   std::string_view fText;
@@ -153,7 +153,7 @@ void StatementLexer::ReadNumber() {
   const char* const last = text.data() + text.size();
   double number = 0;
   const auto [rest, error] = std::from_chars(begin, last, number);
-  if (error != std::errc() || rest != last) Fault(kHostBadNumber, {text});
+  if (error != std::errc() || rest != last) NoteFault(kHostBadNumber, {text});
   Add(ZARQ_Token::Kind::Number, std::move(text), end, number);
 }
 
@@ -173,7 +173,7 @@ void StatementLexer::ReadText() {
     if (fText[i] == quote) ++i;
     text += fText[i];
   }
-  Fault(kHostOpenQuote);
+  NoteFault(kHostOpenQuote);
   std::size_t end = fPosition + 1;
   while (end < lineEnd && !IsTerminator(end)) ++end;
   Add(ZARQ_Token::Kind::QuotedText, std::move(text), end);
@@ -188,17 +188,17 @@ bool StatementLexer::ReadOperator() {
 }
 
 void StatementLexer::ReadBadCharacter() {
-  Fault(kHostBadCharacter, {ShowCharacter(fText, fPosition)});
+  NoteFault(kHostBadCharacter, {ShowCharacter(fText, fPosition)});
   fPosition += ReadUtf8(fText, fPosition).fSize;
 }
 
 void StatementLexer::Add(ZARQ_Token::Kind kind, std::string text, std::size_t end, double number, int code) {
   fLexed.fvTokens.emplace_back(kind, std::move(text), fPosition, number, code);
-  fPosition = end;
+  fPosition = fLexed.fStop = end;
 }
 
-void StatementLexer::Fault(const char* key, Arguments arguments) {
-  if (!fLexed.fFault) fLexed.fFault = Diagnostic{key, std::move(arguments), fPosition};
+void StatementLexer::NoteFault(const char* key, Arguments arguments) {
+  if (!fLexed.fFault) fLexed.fFault = Fault{key, std::move(arguments), fPosition};
 }
 
 // An identifier before = opens a parameter, one after / a subcommand.

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/parser/Diagnostic.h"
+#include "host/parser/Fault.h"
 #include "platform/Visibility.h"
 #include "platform/host/Tokens.h"
 
@@ -38,8 +38,10 @@ struct LexedText {
   std::vector<ZARQ_Token> fvTokens;
   // One past the terminating period; the end of the text when there is none.
   std::size_t fEnd = 0;
+  // One past the last token.
+  std::size_t fStop = 0;
   // The first fault. The tokens behind it are there all the same, so that the statement's end is found.
-  std::optional<Diagnostic> fFault;
+  std::optional<Fault> fFault;
 };
 
 // Lexes one statement: from the beginning of the text to its period. Positions are relative to the text.

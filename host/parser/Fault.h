@@ -12,7 +12,7 @@
 
 namespace BayesHost {
 
-struct Diagnostic {
+struct Fault {
   std::string fKey;
   Arguments fvArguments;
   std::size_t fPosition = 0;  // byte offset in the command text
@@ -21,13 +21,14 @@ struct Diagnostic {
 
 // Thrown at the first fault of a command; never leaves the parser.
 struct Rejection {
-  Diagnostic fDiagnostic;
+  Fault fFault;
 };
+[[noreturn]] void Reject(const char* key, Arguments arguments, std::size_t position);
 
-// The diagnostic in words, with its place in the command's file.
-BAYES_PLATFORM Message MakeMessage(const Diagnostic& diagnostic, const CommandText& command);
+// The fault in words, with its place in the command's file.
+BAYES_PLATFORM Message MakeMessage(const Fault& fault, const CommandText& command);
 
 // Adds it to the output of the session's current command.
-void Report(const Diagnostic& diagnostic);
+void Report(const Fault& fault);
 
 }  // namespace BayesHost
