@@ -15,13 +15,16 @@ inline constexpr char kHostBadNumber[] = "Host bad number ^1 ...";
 inline constexpr char kHostOpenBracket[] = "Host open bracket ^1 ...";
 inline constexpr char kHostExtraBracket[] = "Host extra bracket ^1 ...";
 
-// Commands and subcommands.
+// Commands and subcommands. "Subcom" is the command itself where a body has no name.
 inline constexpr char kHostUnknownCommand[] = "Host unknown command ^1 ...";
+inline constexpr char kHostAmbiguousCommand[] = "Host ambiguous command ^1 ...";
+inline constexpr char kHostMissingPeriod[] = "Host missing period before ^1 ...";
 inline constexpr char kHostNeedSubCommand[] = "Host need subcommand, found ^1, command ^2 ...";
 inline constexpr char kHostUnknownSubCommand[] = "Host unknown subcommand ^1, command ^2 ...";
-inline constexpr char kHostAmbiguousSubCommand[] = "Host ambiguous subcommand ^1 ...";
-inline constexpr char kHostRepeatedSubCommand[] = "Host repeated subcommand ^1 ...";
+inline constexpr char kHostAmbiguousSubCommand[] = "Host ambiguous subcommand ^1, command ^2 ...";
+inline constexpr char kHostRepeatedSubCommand[] = "Host repeated subcommand ^1, command ^2 ...";
 inline constexpr char kHostMissingSubCommand[] = "Host missing subcommand ^1, command ^2 ...";
+inline constexpr char kHostMissingBody[] = "Host missing body, found ^1, command ^2 ...";
 inline constexpr char kHostNoSubCom[] = "Host no subcommands, command ^1 ...";
 
 // Parameters.
@@ -31,41 +34,27 @@ inline constexpr char kHostRepeatedParam[] = "Host repeated param ^1, subcom ^2 
 inline constexpr char kHostMissingParam[] = "Host missing param ^1, subcom ^2 ...";
 inline constexpr char kHostNeedParam[] = "Host need param, found ^1, subcom ^2 ...";
 inline constexpr char kHostNeedEquals[] = "Host need equals, param ^1, subcom ^2 ...";
-inline constexpr char kHostParamNeedValue[] = "Host need value, param ^1, subcom ^2 ...";
-inline constexpr char kHostParamNoValue[] = "Host no value allowed, param ^1, subcom ^2 ...";
 inline constexpr char kHostParamExclusive[] = "Host params ^1 and ^2 exclusive, subcom ^3 ...";
 
-// Values.
-inline constexpr char kHostUnknownValue[] = "Host unknown value ^1, param ^2, subcom ^3 ...";
+// Values. "Need" is what the parameter takes, in words.
+inline constexpr char kHostParamNeedValue[] = "Host no value, param ^1, subcom ^2, need ^3 ...";
+inline constexpr char kHostNeedValue[] = "Host found ^1, param ^2, subcom ^3, need ^4 ...";
+inline constexpr char kHostUnknownValue[] = "Host unknown value ^1, param ^2, subcom ^3, need ^4 ...";
 inline constexpr char kHostAmbiguousValue[] = "Host ambiguous value ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostRepeatedValue[] = "Host repeated value ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedNumber[] = "Host need number, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedInteger[] = "Host need integer, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedText[] = "Host need text, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedFile[] = "Host need file, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedKeyword[] = "Host need keyword, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedVariable[] = "Host need variable, found ^1, param ^2, subcom ^3 ...";
-inline constexpr char kHostNeedPair[] = "Host need pair, param ^1, subcom ^2 ...";
-inline constexpr char kHostNeedTable[] = "Host need table, subcom ^1 ...";
-inline constexpr char kHostBadMatrix[] = "Host bad matrix, param ^1, subcom ^2 ...";
 inline constexpr char kHostOneValue[] = "Host one value, param ^1, subcom ^2 ...";
 inline constexpr char kHostOneQualifier[] = "Host one qualifier, param ^1, subcom ^2 ...";
-inline constexpr char kHostEmptyList[] = "Host empty list, param ^1, subcom ^2 ...";
-inline constexpr char kHostNoBrackets[] = "Host no brackets, param ^1, subcom ^2 ...";
-inline constexpr char kHostEndOfCommand[] = "Host end of command, need ^1 ...";
-inline constexpr char kHostParamNeedNumber[] = "Host need one number, param ^1, subcom ^2 ...";
+inline constexpr char kHostNeedParentheses[] = "Host need parentheses, option ^1, subcom ^2 ...";
 inline constexpr char kHostTokenNoQualif[] = "Host takes no value, option ^1, subcom ^2 ...";
-
-// Boundaries: ^1 parameter, ^2 subcommand, ^3 the bound. An interval has "at least" or "greater than", the
-// lower bound, "at most" or "less than" and the upper bound as ^3 to ^6.
-inline constexpr char kHostAtLeast[] = "Host number at least ^3, param ^1, subcom ^2 ...";
-inline constexpr char kHostGreater[] = "Host number greater than ^3, param ^1, subcom ^2 ...";
-inline constexpr char kHostAtMost[] = "Host number at most ^3, param ^1, subcom ^2 ...";
-inline constexpr char kHostLess[] = "Host number less than ^3, param ^1, subcom ^2 ...";
-inline constexpr char kHostInterval[] = "Host number ^3 ^4 and ^5 ^6, param ^1, subcom ^2 ...";
+inline constexpr char kHostBadMatrix[] = "Host bad matrix, param ^1, subcom ^2 ...";
+inline constexpr char kHostNeedTable[] = "Host need table, subcom ^1 ...";
+inline constexpr char kHostParamNeedNumber[] = "Host need one number, param ^1, subcom ^2 ...";
+// The third argument lists the boundaries in words, one or two.
+inline constexpr char kHostBoundary[] = "Host number, param ^1, subcom ^2, boundaries [%1:, ^1:]3 ...";
 
 // Variables and their values.
 inline constexpr char kHostUnknownVariable[] = "Host unknown variable ^1 ...";
+inline constexpr char kHostAmbiguousVariable[] = "Host ambiguous variable ^1 ...";
+inline constexpr char kHostNoData[] = "Host no data ...";
 inline constexpr char kHostVariableNotNumeric[] = "Host variable ^1 not numeric, param ^2, subcom ^3 ...";
 inline constexpr char kHostDependentNotNumeric[] = "Host dependent ^1 not numeric ...";
 inline constexpr char kHostCovariateNotNumeric[] = "Host covariate ^1 not numeric ...";
