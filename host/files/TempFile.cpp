@@ -1,9 +1,9 @@
 #include "host/files/TempFile.h"
 
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>

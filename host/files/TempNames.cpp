@@ -1,7 +1,8 @@
 #include "host/files/TempNames.h"
 
-#include <stdlib.h>
 #include <unistd.h>
+
+#include <cstdlib>
 
 #include "platform/host/Files.h"
 
