@@ -1,11 +1,26 @@
 // Count, mean and sum of squares of a weighted sample in one pass.
 //
-// B. P. Welford (1962), Technometrics 4:419-420; merging: T. F. Chan, G. H. Golub, R. J. LeVeque (1983), Am.
-// Stat. 37:242-247. The mean is kept as an offset from the first value: a mean of 1e9 can't take up
-// the steps of 1e-9 that a billion cases make, an offset of the size of the standard deviation can.
+// The sum of squares: B. P. Welford (1962), Technometrics 4:419-420; merging: T. F. Chan, G. H. Golub, R. J.
+// LeVeque (1983), Am. Stat. 37:242-247. Its running mean is kept as an offset from the first value: a mean of
+// 1e9 can't take up the steps of 1e-9 that a billion cases make, an offset of the size of the standard
+// deviation can. The mean itself comes from a sum of twice the precision, so that it is good to its last digit
+// however much cancels: D. E. Knuth, The Art of Computer Programming 2, section 4.2.2, theorem B.
 #pragma once
 
 namespace BayesComponent {
+
+// A sum with its accumulated rounding errors.
+class TwofoldSum {
+ public:
+  void Add(double value);
+  void AddProduct(double left, double right);
+  void Merge(const TwofoldSum& other);
+  double Value() const { return fHigh + fLow; }
+
+ private:
+  double fHigh = 0;
+  double fLow = 0;
+};
 
 class Moments {
  public:
@@ -15,17 +30,15 @@ class Moments {
   void Merge(const Moments& other);
 
   double Count() const { return fCount; }
-  double Mean() const { return fOrigin + fOffset; }
-  // Mean minus a constant, without the rounding of a mean that is large beside its distance from the
-  // constant.
-  double MeanMinus(double constant) const { return (fOrigin - constant) + fOffset; }
+  // Mean minus a constant, as exact when they are nearly equal as when they are not. Needs a count above 0.
+  double MeanMinus(double constant) const;
+  double Mean() const { return MeanMinus(0); }
   // Sum of the squared distances from the mean.
   double SumOfSquares() const { return fSumOfSquares; }
-  // SumOfSquares / (Count - 1). Needs a count above 1.
-  double Variance() const { return fSumOfSquares / (fCount - 1); }
 
  private:
   double fCount = 0;
+  TwofoldSum fSum;
   double fOrigin = 0;
   double fOffset = 0;
   double fSumOfSquares = 0;

@@ -1,0 +1,64 @@
+// The component's frame: from settings and records to a result record and statuses.
+#include "platform/component/Component.h"
+
+#include <ostream>
+
+#include "component/Analysis.h"
+#include "component/CaseReader.h"
+
+namespace MCBSN_850 {
+
+using BayesComponent::Analysis;
+using BayesComponent::CaseReader;
+using BayesComponent::StatusList;
+
+namespace {
+
+// The record of a model that was not built.
+class EmptyOutputStats : public BSNOutputStats {
+ public:
+  void Write(std::ostream& stream) const override { stream << "no results\n"; }
+};
+
+}  // namespace
+
+struct BSNComponent::State {
+  BSNSettings fSettings;
+  StatusList fStatuses;
+  std::unique_ptr<BSNOutputStats> fpStats = std::make_unique<EmptyOutputStats>();
+};
+
+BSNComponent::BSNComponent(const BSNSettings& settings, const MCXML_850::MCVarList& /*variables*/)
+    : fpState(std::make_unique<State>()) {
+  fpState->fSettings = settings;
+  StatusList unused;
+  const bool isAnalysis = settings.IsValidSettings() && BayesComponent::MakeAnalysis(settings, unused);
+  if (!isAnalysis) fpState->fStatuses.Fail(BayesComponent::kNoAnalysis);
+}
+
+BSNComponent::~BSNComponent() = default;
+
+MCCommon_850::MCStatus BSNComponent::GetStatus() const {
+  return fpState->fStatuses.Error();
+}
+
+MCCommon_850::MCStatus BSNComponent::BuildModel(MCCommon_850::MCRecordSource& records) {
+  StatusList& statuses = fpState->fStatuses;
+  if (statuses.Error().IsError()) return statuses.Error();
+  const std::unique_ptr<Analysis> analysis = BayesComponent::MakeAnalysis(fpState->fSettings, statuses);
+  CaseReader(fpState->fSettings, statuses).Read(records, *analysis);
+  if (statuses.Error().IsError()) return statuses.Error();
+  std::unique_ptr<BSNOutputStats> stats = analysis->Finish();
+  if (!statuses.Error().IsError()) fpState->fpStats = std::move(stats);
+  return statuses.Error();
+}
+
+const BSNOutputStats* BSNComponent::GetOutputStats() {
+  return fpState->fpStats.get();
+}
+
+const MCCommon_850::MCWarnings* BSNComponent::GetWarningMessages() const {
+  return &fpState->fStatuses.Warnings();
+}
+
+}  // namespace MCBSN_850

@@ -1,0 +1,118 @@
+#include "component/Results.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "component/SettingsView.h"
+
+namespace BayesComponent {
+
+namespace {
+
+constexpr double kLargestLog = 700;
+constexpr int kCurvePoints = 201;
+constexpr double kCurveTail = 0.0005;
+
+struct Range {
+  double fLower;
+  double fUpper;
+};
+
+Range CentralRange(const Distribution& distribution) {
+  return {distribution.LowerQuantile(kCurveTail), distribution.UpperQuantile(kCurveTail)};
+}
+
+// None over a range that is no interval of finite numbers.
+Values ArgumentsOver(const Range& range) {
+  const double width = range.fUpper - range.fLower;
+  if (!(width > 0) || std::isinf(width)) return {};
+  Values arguments(kCurvePoints);
+  for (int i = 0; i < kCurvePoints; ++i) {
+    arguments[static_cast<std::size_t>(i)] = range.fLower + width * i / (kCurvePoints - 1);
+  }
+  return arguments;
+}
+
+Curve CurveOver(const Values& arguments, const Density& f) {
+  Curve curve{arguments, Values(arguments.size())};
+  std::transform(arguments.begin(), arguments.end(), curve.fValues.begin(),
+                 [&f](double x) { return Shown(f(x)); });
+  return curve;
+}
+
+Density DensityOf(const Distribution& distribution) {
+  return [&distribution](double x) { return distribution.Density(x); };
+}
+
+void Report(const LogIntegral& lnBayesFactor, StatusList& statuses) {
+  if (std::isnan(lnBayesFactor.fLogValue)) {
+    statuses.Warn(kBayesFactorFailed);
+  } else if (!lnBayesFactor.fConverged) {
+    statuses.Warn(kIntegralNotConverged);
+  }
+}
+
+}  // namespace
+
+double Shown(double value) {
+  return std::isfinite(value) ? value : kMissing;
+}
+
+double Shown(const std::optional<double>& value) {
+  return value ? Shown(*value) : kMissing;
+}
+
+double BayesFactorOf(const LogIntegral& lnBayesFactor, StatusList& statuses) {
+  Report(lnBayesFactor, statuses);
+  if (std::isnan(lnBayesFactor.fLogValue)) return kMissing;
+  using Limits = std::numeric_limits<double>;
+  return std::clamp(std::exp(lnBayesFactor.fLogValue), Limits::min(), Limits::max());
+}
+
+void AppendBayesFactor(const LogIntegral& lnBayesFactor, LoggableColumns& columns, StatusList& statuses) {
+  const bool isLog = std::abs(lnBayesFactor.fLogValue) > kLargestLog;
+  if (isLog) statuses.Warn(kBayesFactorIsLog);
+  columns.fvValues.push_back(isLog ? Shown(lnBayesFactor.fLogValue) : BayesFactorOf(lnBayesFactor, statuses));
+  columns.fvAreLogs.push_back(isLog);
+}
+
+void AppendNoBayesFactor(LoggableColumns& columns) {
+  columns.fvValues.push_back(kMissing);
+  columns.fvAreLogs.push_back(false);
+}
+
+PosteriorRow Characterise(const Distribution* posterior, double level) {
+  if (!posterior) return {kMissing, kMissing, kMissing, kMissing, kMissing};
+  const double tail = (1 - level / 100) / 2;
+  return {Shown(posterior->Mode()), Shown(posterior->Mean()), Shown(posterior->Variance()),
+          Shown(posterior->LowerQuantile(tail)), Shown(posterior->UpperQuantile(tail))};
+}
+
+Density FlatPrior() {
+  return [](double) { return 1.0; };
+}
+
+Density PriorDensity(std::shared_ptr<const Distribution> prior) {
+  if (!prior) return FlatPrior();
+  return [prior](double x) { return prior->Density(x); };
+}
+
+CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior, const Density& prior) {
+  if (!likelihood.fNormalised) return {};
+  Range range = CentralRange(*likelihood.fNormalised);
+  if (posterior) {
+    const Range ofPosterior = CentralRange(*posterior);
+    range = {std::min(range.fLower, ofPosterior.fLower), std::max(range.fUpper, ofPosterior.fUpper)};
+  }
+  const Values arguments = ArgumentsOver(range);
+  CurveSet curves{CurveOver(arguments, likelihood.fLog), {}, CurveOver(arguments, prior)};
+  if (posterior) curves.fPosterior = CurveOver(arguments, DensityOf(*posterior));
+  return curves;
+}
+
+Curve DrawPosterior(const Distribution& posterior) {
+  return CurveOver(ArgumentsOver(CentralRange(posterior)), DensityOf(posterior));
+}
+
+}  // namespace BayesComponent

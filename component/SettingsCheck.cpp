@@ -1,0 +1,95 @@
+// Whether a settings record describes an analysis.
+#include <algorithm>
+#include <cmath>
+
+#include "component/SettingsView.h"
+#include "platform/component/Settings.h"
+
+namespace MCBSN_850 {
+
+using BayesComponent::IsGiven;
+
+namespace {
+
+bool HasOneSampleVariables(const BSNSettings& settings) {
+  return !BayesComponent::TestSlots(settings).empty();
+}
+
+bool HasPairs(const BSNSettings& settings) {
+  return !settings.GetCovariates().empty() &&
+         settings.GetCovariates().size() == settings.Get2ndRelatedList().size();
+}
+
+bool HasGroups(const BSNSettings& settings) {
+  const std::size_t nVariances = settings.GetDataVarVals().size();
+  return !settings.GetCovariates().empty() && settings.GetGroupVar() >= 0 &&
+         (nVariances == 0 || nVariances == 2);
+}
+
+bool HasCorrelationVariables(const BSNSettings& settings) {
+  return settings.GetCovariates().size() >= 2;
+}
+
+bool HasDesign(const BSNSettings& settings) {
+  return settings.GetDependentVar() >= 0 &&
+         !(settings.GetFactors().empty() && settings.GetCovariates().empty()) &&
+         settings.GetFactors().size() == settings.GetFactorSizes().size();
+}
+
+bool HasTable(const BSNSettings& settings) {
+  return settings.GetFactors().size() == settings.GetFactorSizes().size();
+}
+
+struct Requirement {
+  BSNConst::ModelTypes fModel;
+  bool (*fIsMet)(const BSNSettings&);
+};
+
+constexpr Requirement kVariables[] = {
+    {BSNConst::OneSample, HasOneSampleVariables},
+    {BSNConst::Related, HasPairs},
+    {BSNConst::Independent, HasGroups},
+    {BSNConst::Correlation, HasCorrelationVariables},
+    {BSNConst::Regression, HasDesign},
+    {BSNConst::Anova, HasDesign},
+    {BSNConst::LogLinear, HasTable},
+};
+
+bool AreVariablesValid(const BSNSettings& settings) {
+  return std::any_of(std::begin(kVariables), std::end(kVariables),
+                     [&settings](const Requirement& requirement) {
+                       return requirement.fModel == settings.GetModelType() && requirement.fIsMet(settings);
+                     });
+}
+
+// One entry for each test, or none at all.
+bool AreTestListsAligned(const BSNSettings& settings) {
+  if (settings.GetModelType() != BSNConst::OneSample && settings.GetModelType() != BSNConst::Related)
+    return true;
+  const std::size_t nTests = BayesComponent::TestSlots(settings).size();
+  const auto lists = {&settings.GetNullValues(),  &settings.GetDataVarVals(), &settings.GetAlterGValues(),
+                      &settings.GetNullPrior1s(), &settings.GetNullPrior2s(), &settings.GetAlterPrior1s(),
+                      &settings.GetAlterPrior2s()};
+  return std::all_of(lists.begin(), lists.end(), [nTests](const std::vector<double>* list) {
+    return list->empty() || list->size() == nTests;
+  });
+}
+
+bool ArePositiveWhereGiven(const std::vector<double>& values) {
+  return std::all_of(values.begin(), values.end(), [](double value) { return !IsGiven(value) || value > 0; });
+}
+
+bool AreNumbersInRange(const BSNSettings& settings) {
+  return settings.GetCILevel() >= 0 && settings.GetCILevel() < 100 && settings.GetKappaValue() > 0 &&
+         ArePositiveWhereGiven({settings.GetTolValue()}) &&
+         ArePositiveWhereGiven(settings.GetDataVarVals()) &&
+         ArePositiveWhereGiven(settings.GetAlterGValues());
+}
+
+}  // namespace
+
+bool BSNSettings::IsValidSettings() const {
+  return AreVariablesValid(*this) && AreTestListsAligned(*this) && AreNumbersInRange(*this);
+}
+
+}  // namespace MCBSN_850

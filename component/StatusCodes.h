@@ -1,0 +1,31 @@
+// The status codes of the component. Their numbers and the meaning of their data are part of its interface:
+// "variable" is a record slot, "pair" the position of a pair, both as datum 0.
+#pragma once
+
+namespace BayesComponent {
+
+enum StatusCode : int {
+  kIntegralNotConverged = 901,         // the value stands
+  kNoAnalysis = 410000,                // error: the settings describe no analysis
+  kCancelled = 410001,                 // error: the user stopped the run
+  kNoValidCases = 410003,              // error
+  kConstantVariable = 410010,          // variable
+  kPriorMadeDiffuse = 410017,          // a prior that is undefined or has no conjugate analysis
+  kTooFewCases = 410025,               // variable
+  kJeffreysTooFewCases = 410026,       // variable or pair: the posterior has no variance
+  kDiffuseTooFewCases = 410027,        // variable or pair: likewise
+  kConstantDifference = 410028,        // pair
+  kTooFewPairs = 410029,               // pair
+  kGroupTooSmall = 410030,             // error when a group has no case at all
+  kVariancePriorMadeDiffuse = 410036,  // independent samples with unequal variances
+  kNoCasesForBayesFactor = 410037,
+  kNoPosteriorOfCounts = 410038,  // no cases, or an improper posterior
+  kBayesFactorIsLog = 410041,
+  kGroupsTooFewCases = 410042,  // variable
+  kConstantNoBayesFactor = 410045,
+  kBothGroupsConstant = 410046,
+  kOneGroupConstant = 410047,
+  kBayesFactorFailed = 410059,
+};
+
+}  // namespace BayesComponent
