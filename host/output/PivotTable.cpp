@@ -93,8 +93,9 @@ int PivotTable::FindOrAddNote(const ShownText& text) {
   const auto found = std::find_if(fvFootnotes.begin(), fvFootnotes.end(), [&](const Footnote& note) {
     return note.fText.fKey == text.fKey && note.fText.fText == text.fText;
   });
+  const auto index = static_cast<int>(found - fvFootnotes.begin());
   if (found == fvFootnotes.end()) fvFootnotes.push_back({text, false});
-  return static_cast<int>(found - fvFootnotes.begin());
+  return index;
 }
 
 void PivotTable::NoteTable(const ShownText& text) {

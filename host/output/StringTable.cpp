@@ -25,12 +25,14 @@ struct ListPattern {
   std::size_t fLength;    // of the whole form
 };
 
-// `[FIRST:NEXT:]N` at the start of `text`.
+// `[FIRST:NEXT:]N` at the start of `text`; FIRST has no colon, and neither part has brackets.
 std::optional<ListPattern> ReadListPattern(std::string_view text) {
-  const std::size_t end = text.find(":]");
-  const std::size_t middle = text.find(':');
-  if (text.empty() || text[0] != '[' || end == std::string_view::npos || middle >= end) return std::nullopt;
+  if (text.empty() || text[0] != '[') return std::nullopt;
+  const std::size_t middle = text.find_first_of(":[]", 1);
+  if (middle == std::string_view::npos || text[middle] != ':') return std::nullopt;
+  const std::size_t end = text.find(":]", middle + 1);
   const std::size_t digit = end + 2;
+  if (end == std::string_view::npos || text.find_first_of("[]", middle) != end + 1) return std::nullopt;
   if (digit >= text.size() || text[digit] < '1' || text[digit] > '9') return std::nullopt;
   return ListPattern{text.substr(1, middle - 1), text.substr(middle + 1, end - middle - 1),
                      static_cast<std::size_t>(text[digit] - '1'), digit + 1};

@@ -10,7 +10,7 @@ namespace {
 
 std::string TitleOf(const PivotTable& table, const TableLayout& layout) {
   const std::string marks = layout.GetTableMarks();
-  return table.GetTitle().fText + (marks.empty() ? "" : " [" + marks + "]");
+  return table.GetTitle().fText + (marks.empty() ? "" : "[" + marks + "]");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "host/output/TextTable.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "host/output/TextWidth.h"
@@ -13,7 +14,7 @@ constexpr int kWidestColumnLabel = 14;  // beyond it a column's label is broken 
 constexpr int kWidestRowLabel = 32;
 
 std::string WithMarks(const std::string& text, const std::string& marks) {
-  return marks.empty() ? text : text + (text.empty() ? "" : " ") + "[" + marks + "]";
+  return marks.empty() ? text : text + "[" + marks + "]";
 }
 
 std::string Label(const TableLayout& layout, const Category& category) {
@@ -117,6 +118,9 @@ std::vector<TextTable::Span> TextTable::MakeSpans() const {
     spans.push_back({Label(fLayout, fLayout.GetCategory(cell)), cell.fLevel + cell.fLevelSpan - 1,
                      cell.fFirstLine, cell.fLineSpan, !isLowest});
   }
+  std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) {
+    return std::tie(a.fLastLevel, a.fFirst) < std::tie(b.fLastLevel, b.fFirst);
+  });
   return spans;
 }
 
@@ -147,7 +151,11 @@ int TextTable::GetSpanWidth(std::size_t first, std::size_t end) const {
 std::size_t TextTable::FindBlockEnd(std::size_t first) const {
   std::size_t end = first + 1;
   while (end < fvColumns.size() && GetStubWidth() + GetSpanWidth(first, end + 1) <= fWidth) ++end;
-  return end;
+  const auto cut = std::find_if(fvSpans.begin(), fvSpans.end(), [&](const Span& span) {
+    const auto begin = static_cast<std::size_t>(span.fFirst);
+    return begin > first && begin < end && end < begin + static_cast<std::size_t>(span.fCount);
+  });
+  return cut == fvSpans.end() ? end : static_cast<std::size_t>(cut->fFirst);
 }
 
 std::string TextTable::MakeRule(int width) const {
@@ -197,7 +205,10 @@ std::string TextTable::RenderLevel(int level, std::size_t first, std::size_t end
     blocks.push_back(std::move(block));
     next = stop;
   }
-  return JoinBlocks(blocks, false);
+  const bool isEmpty = std::all_of(blocks.begin(), blocks.end(), [](const Block& block) {
+    return block.fvLines.size() == 1 && block.fvLines.front().empty();
+  });
+  return isEmpty ? "" : JoinBlocks(blocks, false);
 }
 
 std::string TextTable::RenderRow(std::size_t row, std::size_t first, std::size_t end) const {

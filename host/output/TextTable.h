@@ -43,7 +43,8 @@ class TextTable {
   void WidenForLabels();
 
   int GetStubWidth() const;
-  // One past the last column that fits beside the row labels when `first` is the first.
+  // One past the last column that fits beside the row labels when `first` is the first. A group that doesn't
+  // fit whole goes to the next block, unless it is the first.
   std::size_t FindBlockEnd(std::size_t first) const;
   std::string RenderBlock(std::size_t first, std::size_t end) const;
   std::string RenderHeader(std::size_t first, std::size_t end) const;
