@@ -9,20 +9,20 @@
 
 namespace BayesHost {
 
-// The grammars seen so far, whatever session saw them. A module hands its own over when its entry point runs
+// The grammars seen so far, whatever session saw them: a module hands its own over when its entry points run
 // in describe mode.
 class BAYES_PLATFORM GrammarHelp {
  public:
-  // A grammar of the same command replaces the one before.
+  // Replaces an earlier grammar of the same command.
   static void Record(const CommandDescriptor& grammar);
   static std::vector<std::string> GetCommandNames();
-  // Null when no grammar of that command was recorded; otherwise valid until the next Record.
+  // Null when no grammar of that command was recorded. Lives on; Record may change it.
   static const CommandDescriptor* Find(const std::string& commandName);
 };
 
 // For the terminal.
 BAYES_PLATFORM std::string RenderHelpText(const CommandDescriptor& grammar);
-// For the command reference.
+// A section of the command reference.
 BAYES_PLATFORM std::string RenderHelpMarkdown(const CommandDescriptor& grammar);
 
 }  // namespace BayesHost

@@ -16,19 +16,27 @@ std::string Say(const char* key, const Arguments& arguments = {}) {
 
 struct KindWords {
   UPSpecTypes::ParamSpec fSpec;
-  const char* fKey;
+  const char* fDescription;
+  const char* fPlaceholder;
 };
 constexpr KindWords kKindWords[] = {
-    {UPSpecTypes::kTokenList, "variables or values"},
-    {UPSpecTypes::kQuotedText, "a text in quotation marks"},
-    {UPSpecTypes::kNumber, "a number"},
-    {UPSpecTypes::kNumbers, "numbers"},
-    {UPSpecTypes::kInteger, "a whole number"},
-    {UPSpecTypes::kVariable, "a variable"},
-    {UPSpecTypes::kVariablePairs, "variables, a b or a WITH b"},
-    {UPSpecTypes::kTable, "variables, rows BY columns"},
-    {UPSpecTypes::kFile, "a file name in quotation marks"},
+    {UPSpecTypes::kTokenList, "variables or values", "a b c"},
+    {UPSpecTypes::kQuotedText, "a text in quotation marks", "'text'"},
+    {UPSpecTypes::kNumber, "a number", "number"},
+    {UPSpecTypes::kNumbers, "numbers", "number number"},
+    {UPSpecTypes::kInteger, "a whole number", "integer"},
+    {UPSpecTypes::kVariable, "a variable", "variable"},
+    {UPSpecTypes::kVariablePairs, "variables, a b or a WITH b", "a WITH b"},
+    {UPSpecTypes::kTable, "variables, rows BY columns", "rows BY columns"},
+    {UPSpecTypes::kFile, "a file name in quotation marks", "'file'"},
 };
+
+// Null for a kind whose values are keywords only.
+const KindWords* FindWords(UPSpecTypes::ParamSpec spec) {
+  const auto words = std::find_if(std::begin(kKindWords), std::end(kKindWords),
+                                  [spec](const KindWords& entry) { return entry.fSpec == spec; });
+  return words == std::end(kKindWords) ? nullptr : words;
+}
 
 // The keywords that a value may be, several of them for a list of keywords.
 std::string DescribeKeywords(const ParamDescriptor& param) {
@@ -67,11 +75,15 @@ std::vector<std::string> DescribeBoundaries(const ParamDescriptor& param) {
 }
 
 std::string DescribeValue(const ParamDescriptor& param) {
-  const auto kind = std::find_if(std::begin(kKindWords), std::end(kKindWords),
-                                 [&](const KindWords& words) { return words.fSpec == param.GetSpec(); });
-  if (kind == std::end(kKindWords)) return DescribeKeywords(param);
+  const KindWords* const words = FindWords(param.GetSpec());
+  if (words == nullptr) return DescribeKeywords(param);
   return Say("^1[, %1: and ^1:]2[, or %1: or ^1:]3",
-             {Say(kind->fKey), DescribeBoundaries(param), param.GetStringValues()});
+             {Say(words->fDescription), DescribeBoundaries(param), param.GetStringValues()});
+}
+
+std::string ShowPlaceholder(UPSpecTypes::ParamSpec spec) {
+  const KindWords* const words = FindWords(spec);
+  return words == nullptr ? std::string() : Say(words->fPlaceholder);
 }
 
 std::vector<std::string> GetNames(const std::vector<ParamDescriptor>& params) {

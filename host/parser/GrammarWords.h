@@ -1,6 +1,7 @@
 // A declared grammar in words, for messages and help alike.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ std::string FormatNumber(double number);
 std::vector<std::string> DescribeBoundaries(const ParamDescriptor& param);
 // What a value of the parameter is: "a whole number, greater than 0, or RANDOM".
 std::string DescribeValue(const ParamDescriptor& param);
+// What stands for a value in a syntax diagram; empty for a kind whose values are keywords only.
+std::string ShowPlaceholder(UPSpecTypes::ParamSpec spec);
 
 std::vector<std::string> GetNames(const std::vector<ParamDescriptor>& params);
 std::vector<std::string> GetNames(const std::vector<SubComDescriptor>& subcommands);
