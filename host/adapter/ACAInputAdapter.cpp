@@ -19,7 +19,7 @@ std::size_t Index(int i) {
 }  // namespace
 
 ACAInputAdapter::ACAInputAdapter(ACAVarValidSpecs& varSpecs, ProcedureDataSource&)
-    : fpState(new State{varSpecs, BayesHost::Session::Current().GetData()}) {}
+    : fpState(std::make_unique<State>(varSpecs, BayesHost::Session::Current().GetData())) {}
 ACAInputAdapter::~ACAInputAdapter() = default;
 
 int ACAInputAdapter::GetRecordSize() const {

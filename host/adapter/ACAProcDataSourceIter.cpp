@@ -66,7 +66,8 @@ ACAProcDataSourceIter::Implementation::~Implementation() {
   if (GetAdapterState().fNamesSplits) BayesHost::ForgetSplit();
 }
 
-// A file that can't be read ends the procedure; what is wrong with it is shown when the run has come to its end.
+// A file that can't be read ends the procedure; what is wrong with it is shown when the run has come to its
+// end.
 bool ACAProcDataSourceIter::Implementation::Load() {
   DataSet& data = *GetAdapterState().fpData;
   const std::vector<int> variables = ListVariables(GetAdapterState().fVarSpecs.GetState());
@@ -114,7 +115,10 @@ bool ACAProcDataSourceIter::Implementation::NewSplit() {
   fSplitBegun = false;
   if (begun) return true;
   const int next = GetAdapterState().fSplit + 1;
-  if (next >= static_cast<int>(GetAdapterState().fvSplits.size())) return false;
+  if (next >= static_cast<int>(GetAdapterState().fvSplits.size())) {
+    if (GetAdapterState().fNamesSplits) BayesHost::ForgetSplit();
+    return false;
+  }
   BeginSplit(next);
   return true;
 }
@@ -154,7 +158,9 @@ bool ACAProcDataSourceIter::NewSplit() {
 }
 
 ACAProcDataSourceIter::State ACAProcDataSourceIter::GetState() const {
-  return fpImplementation->fState;
+  // A split that was only looked into is not the current one.
+  const bool ahead = fpImplementation->fSplitBegun && fpImplementation->fAdapter.GetSplitFile();
+  return ahead ? kReady : fpImplementation->fState;
 }
 
 bool ACAProcDataSourceIter::HasRecord() const {

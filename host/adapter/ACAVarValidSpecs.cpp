@@ -39,8 +39,8 @@ int ACAVarValidSpecs::AddVariable(int index, bool categorical, bool missingPasse
   return known;
 }
 
-void ACAVarValidSpecs::AddVariables(const std::vector<int>& indices, std::vector<int>& slots, bool categorical,
-                                    bool missingPasses, bool userMissingIsMissing,
+void ACAVarValidSpecs::AddVariables(const std::vector<int>& indices, std::vector<int>& slots,
+                                    bool categorical, bool missingPasses, bool userMissingIsMissing,
                                     bool missingPassesInLastPass) {
   std::vector<int> added;
   for (const int index : indices) {
@@ -95,9 +95,9 @@ void ACAVarValidSpecs::Display() const {
   ACACommonDisplay::DisplayI("Weight slot", fpState->fWeightSlot);
   for (const RecordSlot& slot : fpState->fvSlots) {
     ACACommonDisplay::DisplayI("Dictionary index", slot.fVariable);
-    ACACommonDisplay::DisplayBV("Categorical, missing passes, in last pass, user-missing is missing",
-                                {slot.fCategorical, slot.fMissingPasses, slot.fMissingPassesInLastPass,
-                                 slot.fUserMissingIsMissing});
+    ACACommonDisplay::DisplayBV(
+        "Categorical, missing passes, in last pass, user-missing is missing",
+        {slot.fCategorical, slot.fMissingPasses, slot.fMissingPassesInLastPass, slot.fUserMissingIsMissing});
   }
 }
 

@@ -1,5 +1,5 @@
-// What the adapter knows of the run, the current split and the current case: the state behind ACAInputAdapter,
-// shared with the iterators that drive it.
+// What the adapter knows of the run, the current split and the current case: the state behind
+// ACAInputAdapter, shared with the iterators that drive it.
 #pragma once
 
 #include <vector>
@@ -36,8 +36,10 @@ enum class CaseFate { Uncounted, Dropped, Kept };
 }  // namespace BayesHost
 
 struct ACAInputAdapter::State {
+  State(ACAVarValidSpecs& varSpecs, BayesHost::DataSet* data) : fVarSpecs(varSpecs), fpData(data) {}
+
   ACAVarValidSpecs& fVarSpecs;
-  BayesHost::DataSet* fpData = nullptr;  // null: no data set is open
+  BayesHost::DataSet* fpData;  // null: no data set is open
   bool fNamesSplits = false;
 
   int fPass = 0;
@@ -56,8 +58,8 @@ struct ACAInputAdapter::State {
   void Prepare();
   BayesHost::SplitData& GetSplit() { return fvSplits[static_cast<std::size_t>(fSplit)]; }
   void EnterSplit(int split);
-  // Takes a case from the columns (one value for each slot that has a variable, in slot order): weight, then the
-  // missing rules.
+  // Takes a case from the columns (one value for each slot that has a variable, in slot order): weight, then
+  // the missing rules.
   BayesHost::CaseFate TakeCase(const double* values);
   void Accept();
   void CountDropped();

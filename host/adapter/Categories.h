@@ -8,9 +8,9 @@
 
 namespace BayesHost {
 
-// The categories of one variable in one split. A category is known by the number that stands for it in the data
-// (a numeric value, or the code of a string); its own code is its place in the order last asked for, at first the
-// order of appearance.
+// The categories of one variable in one split. A category is known by the number that stands for it in the
+// data (a numeric value, or the code of a string); its own code is its place in the order last asked for, at
+// first the order of appearance.
 class Categories {
  public:
   int Count() const { return static_cast<int>(fValues.size()); }

@@ -68,8 +68,8 @@ class BAYES_PLATFORM DataSet {
   const StringPool& GetStrings(int variable) const { return fvPools[static_cast<std::size_t>(variable)]; }
   // The value that a number of this variable's column stands for.
   OBS Decode(int variable, double value) const;
-  // The number that stands for a value in this variable's column; the missing value when the column has no such
-  // string, or the value is of the other kind.
+  // The number that stands for a value in this variable's column; the missing value when the column has no
+  // such string, or the value is of the other kind.
   double Encode(int variable, const OBS& value) const;
 
   // What all stores of the run's data draw on.

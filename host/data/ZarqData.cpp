@@ -61,3 +61,25 @@ bool ProcedureDataSource::FatalError() const {
   const Session& session = Session::Current();
   return session.IsFatal() || session.GetOptions().fParserMode != BayesHost::ParserMode::Run;
 }
+
+// Columns are made one by one when they are asked for: there is nothing to set aside.
+void ProcedureDataSource::SetMaxObsAdded(unsigned) {}
+
+int ProcedureDataSource::GetWeightVarIndex() const {
+  const DataSet* data = Session::Current().GetData();
+  return data == nullptr ? -1 : data->GetWeight();
+}
+
+int ProcedureDataSource::GetNSplitVars() const {
+  const DataSet* data = Session::Current().GetData();
+  return data == nullptr ? 0 : static_cast<int>(data->GetSplit().size());
+}
+
+int ProcedureDataSource::GetSplitVarIndex(int i) const {
+  return Session::Current().GetData()->GetSplit()[static_cast<std::size_t>(i)];
+}
+
+// Every table, message and chart of a split bears the split's values instead.
+bool ProcedureDataSource::LaysOutSplits() const {
+  return false;
+}

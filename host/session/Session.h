@@ -9,6 +9,8 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/Visibility.h"
 
@@ -98,6 +100,14 @@ class BAYES_PLATFORM Session {
   void SetFatal() { fFatal = true; }
   bool IsFatal() const { return fFatal || IsInterrupted(); }
 
+  // What went wrong in a service that can't show it at once; ends the procedure. Shown when the run comes to
+  // its end.
+  void StoreError(std::string text) {
+    fvStoredErrors.push_back(std::move(text));
+    SetFatal();
+  }
+  std::vector<std::string> TakeStoredErrors() { return std::exchange(fvStoredErrors, {}); }
+
   // The user's wish to stop; may be set from any thread or a signal handler.
   void Interrupt() { fInterrupted.store(true, std::memory_order_relaxed); }
   bool IsInterrupted() const { return fInterrupted.load(std::memory_order_relaxed); }
@@ -110,6 +120,7 @@ class BAYES_PLATFORM Session {
   std::shared_ptr<ParserRun> fpParserRun;
   unsigned long fSeed;
   std::mt19937_64 fSeedSource;
+  std::vector<std::string> fvStoredErrors;
   bool fFatal = false;
   std::atomic<bool> fInterrupted{false};
 };

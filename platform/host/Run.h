@@ -31,6 +31,8 @@ class BAYES_PLATFORM ACAStopProcessor : public MCCommon_850::MCCancelQuery {
   // `interval`: seconds between two looks at the flag; 0 looks each time.
   explicit ACAStopProcessor(double interval);
   ~ACAStopProcessor() override;
+  ACAStopProcessor(const ACAStopProcessor&) = delete;
+  ACAStopProcessor& operator=(const ACAStopProcessor&) = delete;
   bool IsCancelled() const override;
 
  private:

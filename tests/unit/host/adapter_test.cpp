@@ -1,0 +1,360 @@
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/data/DataSet.h"
+#include "host/data/Variable.h"
+#include "host/output/CommandOutput.h"
+#include "host/session/Session.h"
+#include "platform/host/Adapter.h"
+#include "platform/host/Output.h"
+#include "platform/host/Run.h"
+#include "support/TempData.h"
+
+namespace BayesHost {
+namespace {
+
+constexpr double M = MCCommon_850::MCMV::Missing();
+
+std::string ShowNumber(double value) {
+  return value == M ? "." : fmt::format("{}", value);
+}
+
+// A module's adapter: notes in which order it is called, and rejects what the test wants rejected.
+class Adapter : public ACAInputAdapter {
+ public:
+  Adapter(ACAVarValidSpecs& specs, ProcedureDataSource& source) : ACAInputAdapter(specs, source) {}
+  bool PreprocessRecord(double* record) override { return !fReject || !fReject(record); }
+  void PrepareNewPass() override { fCalls += fmt::format("pass{} ", GetCurrentPass()); }
+  void PrepareNewSplit() override { fCalls += "split "; }
+
+  std::function<bool(double*)> fReject;
+  std::string fCalls;
+};
+
+// A session with one data file and one command under way.
+class Adaptation : public testing::Test {
+ protected:
+  void Open(const std::string& text, std::size_t memory = std::size_t{1} << 26) {
+    fpFile = std::make_unique<TempData>(text);
+    fSession.SetData(std::make_shared<DataSet>(fpFile->GetFile(), DataSet::Limits{memory, 1}));
+    fOutput = std::make_shared<CommandOutput>("BAYES ONESAMPLE", "", 1);
+    fSession.BeginCommand({}, fOutput);
+  }
+  DataSet& GetData() { return *fSession.GetData(); }
+  int Find(const char* name) { return GetData().FindVariable(name); }
+
+  // The records of the iterator's current split, "1 2 | 3 4".
+  static std::string ShowRecords(ACAProcDataSourceIter& iter, int size) {
+    std::vector<std::string> records;
+    for (; iter.HasRecord(); iter.Advance()) {
+      std::vector<std::string> values;
+      for (int i = 0; i < size; ++i) values.push_back(ShowNumber(iter.Current()->fValues[i]));
+      records.push_back(fmt::format("{}", fmt::join(values, " ")));
+    }
+    return fmt::format("{}", fmt::join(records, " | "));
+  }
+  static std::string ShowCounts(const ACAInputAdapter& adapter) {
+    return fmt::format("{} {} {} {}", adapter.GetValidCount(), adapter.GetWeightedValidCount(),
+                       adapter.GetDroppedCount(), adapter.GetWeightedDroppedCount());
+  }
+  std::string ShowMessages() const {
+    std::string text;
+    for (const Item& item : fOutput->GetItems()) {
+      if (const auto* message = std::get_if<Message>(&item.fContent)) {
+        const std::string kind = message->fLevel == Message::Level::Error ? "error" : "warning";
+        text +=
+            kind + " " + (message->fText.fKey.empty() ? message->fText.fText : message->fText.fKey) + "\n";
+      }
+    }
+    return text;
+  }
+
+  std::unique_ptr<TempData> fpFile;
+  Session fSession{RunOptions{}};
+  Session::Use fUse{fSession};
+  std::shared_ptr<CommandOutput> fOutput;
+  ProcedureDataSource fSource;
+  ACAVarValidSpecs fSpecs{true, true, true};
+};
+
+TEST_F(Adaptation, GivesEachVariableOneSlot) {
+  Open("a,b,w\n1,2,3\n");
+  GetData().SetWeight(2);
+  EXPECT_EQ(fSpecs.AddVariable(1, false, true, true, true), 0);
+  EXPECT_EQ(fSpecs.SetWeightVar(), 1);
+  std::vector<int> slots = {0, 1, 0};
+  fSpecs.AddVariables(slots, slots, false, true, true, true);
+  EXPECT_THAT(slots, testing::ElementsAre(2, 0, 2));
+  EXPECT_EQ(fSpecs.AddFreeVariable(false), 3);
+  EXPECT_EQ(fSpecs.AddVariable(2, true, true, true, true), 4) << "the weight as a variable of its own";
+  EXPECT_EQ(fSpecs.GetNRecordVars(), 5);
+  EXPECT_EQ(fSpecs.GetRecVarIndex(0), 2);
+  EXPECT_EQ(fSpecs.GetRecVarIndex(2), 4);
+  EXPECT_LT(fSpecs.GetRecVarIndex(7), 0);
+  EXPECT_EQ(fSpecs.GetZARQVarIndex(1), 2);
+  EXPECT_LT(fSpecs.GetZARQVarIndex(3), 0);
+  EXPECT_LT(fSpecs.GetZARQVarIndex(9), 0);
+  EXPECT_THAT(fSpecs.GetRecCatVars(), testing::ElementsAre(4));
+  EXPECT_THROW(fSpecs.AddVariable(0, true, true, true, true), std::logic_error);
+}
+
+struct MissingCase {
+  const char* fName;
+  bool fPassesA;
+  bool fPassesB;
+  const char* fRecords;
+  const char* fCounts;
+};
+
+// The weights round to 1, 2 (halves away from zero), 0, missing, negative, 3, 1, 2.
+TEST_F(Adaptation, AppliesWeightsThenMissingRules) {
+  const MissingCase cases[] = {
+      {"missing passes", true, true, "1 1 10 . | 2 2 20 . | 3 3 . . | 4 1 50 . | . 2 60 .", "5 9 0 0"},
+      {"a must be there", false, true, "1 1 10 . | 2 2 20 . | 3 3 . . | 4 1 50 .", "4 7 1 2"},
+      {"b must be there", true, false, "1 1 10 . | 2 2 20 . | 4 1 50 . | . 2 60 .", "4 6 1 3"},
+      {"both must be there", false, false, "1 1 10 . | 2 2 20 . | 4 1 50 .", "3 4 2 5"},
+  };
+  Open("a,w,b\n1,0.6,10\n2,1.5,20\n9,0.4,\n9,,30\n9,-2,40\n3,3,\n4,1,50\n,2,60\n");
+  GetData().SetWeight(1);
+  for (const MissingCase& c : cases) {
+    SCOPED_TRACE(c.fName);
+    ACAVarValidSpecs specs(true, true, true);
+    specs.AddVariable(0, false, c.fPassesA, true, c.fPassesA);
+    specs.SetWeightVar();
+    specs.AddVariable(2, false, c.fPassesB, true, c.fPassesB);
+    specs.AddFreeVariable(false);
+    Adapter adapter(specs, fSource);
+    ACAProcDataSourceIter iter(adapter, true);
+    ASSERT_TRUE(iter.NewSplit());
+    EXPECT_EQ(ShowRecords(iter, 4), c.fRecords);
+    EXPECT_EQ(ShowCounts(adapter), c.fCounts);
+    EXPECT_FALSE(iter.NewSplit());
+  }
+}
+
+TEST_F(Adaptation, LearnsCategoriesAndRangesFromAcceptedCases) {
+  Open("g,x\nb,1\na,5\n,2\nc,-7\nd,\na,3\n");
+  const int g = fSpecs.AddVariable(0, true, true, true, true);
+  const int x = fSpecs.AddVariable(1, false, false, true, false);
+  Adapter adapter(fSpecs, fSource);
+  adapter.fReject = [x](const double* record) { return record[x] == -7; };
+  ACAProcDataSourceIter iter(adapter, true);
+  ASSERT_TRUE(iter.NewSplit());
+  EXPECT_EQ(ShowRecords(iter, 2), "0 1 | 1 5 | . 2 | 1 3") << "codes in order of appearance";
+  EXPECT_EQ(adapter.GetRecordCatVarSize(g), 2) << "c was rejected, d dropped";
+  EXPECT_EQ(adapter.GetRecordVarMin(x), 1);
+  EXPECT_EQ(adapter.GetRecordVarMax(x), 5);
+  EXPECT_EQ(ShowCounts(adapter), "4 4 1 1");
+  EXPECT_EQ(adapter.GetSplitSize(), 4);
+
+  bool notFound = true;
+  adapter.ReorderRecordCats(g, true);
+  EXPECT_EQ(adapter.EncodeRecordCatValue(g, OBS("a  "), notFound, false), 0);
+  EXPECT_FALSE(notFound);
+  EXPECT_LT(adapter.EncodeRecordCatValue(g, OBS("c"), notFound, false), 0);
+  EXPECT_TRUE(notFound);
+  EXPECT_LT(adapter.EncodeRecordCatValue(g, OBS(1.0), notFound, false), 0) << "a number for a string";
+  EXPECT_EQ(adapter.DecodeRecordCatValue(g, 1)->GetString(), "b");
+  EXPECT_EQ(adapter.DecodeRecordCatValue(g, 2), nullptr);
+
+  adapter.fReject = nullptr;
+  iter.Restart();
+  ASSERT_TRUE(iter.NewSplit());
+  EXPECT_EQ(ShowRecords(iter, 2), "1 1 | 0 5 | . 2 | -1 -7 | 0 3") << "final codes; c was never seen";
+  adapter.ReorderRecordCats(g, false);
+  EXPECT_EQ(adapter.DecodeRecordCatValue(g, 0)->GetString(), "b");
+}
+
+TEST_F(Adaptation, OrdersNumericCategoriesBySize) {
+  Open("g\n10\n9\n-1\n-0\n0\n");
+  const int g = fSpecs.AddVariable(0, true, true, true, true);
+  Adapter adapter(fSpecs, fSource);
+  ACAProcDataSourceIter iter(adapter, true);
+  ASSERT_TRUE(iter.NewSplit());
+  ShowRecords(iter, 1);
+  adapter.ReorderRecordCats(g, true);
+  ASSERT_EQ(adapter.GetRecordCatVarSize(g), 4) << "-0 is 0";
+  EXPECT_EQ(adapter.DecodeRecordCatValue(g, 0)->GetNumber(), -1);
+  EXPECT_EQ(adapter.DecodeRecordCatValue(g, 3)->GetNumber(), 10);
+}
+
+TEST_F(Adaptation, WalksSplitsPassByPass) {
+  Open("s,x\nv,1\nu,2\nv,3\n,4\nu,\n");
+  GetData().SetSplit({0});
+  fSpecs.AddVariable(1, false, false, true, false);
+  Adapter adapter(fSpecs, fSource);
+  BpProcedure procedure("title", 10);
+  adapter.SetSplitFile(&procedure, true, true, true);
+  ACAProcDataSourceIter iter(adapter, true);
+  std::string shown;
+  for (int pass = 0; pass < 2; ++pass) {
+    while (iter.NewSplit()) {
+      const Split& split = fOutput->GetSplit();
+      shown += fmt::format("{}={} [{}] {}: ", split[0].fVariable, split[0].fText,
+                           adapter.GetSplitValues()[0]->GetString(), adapter.GetCurrentPass());
+      shown += ShowRecords(iter, 1);
+      shown += " (" + ShowCounts(adapter) + "); ";
+    }
+    EXPECT_TRUE(fOutput->GetSplit().empty()) << "what follows the splits belongs to none";
+    if (pass == 0) iter.Restart();
+  }
+  EXPECT_EQ(shown,
+            "s=. [] 0: 4 (1 1 0 0); s=u [u] 0: 2 (1 1 1 1); s=v [v] 0: 1 | 3 (2 2 0 0); "
+            "s=. [] 1: 4 (1 1 0 0); s=u [u] 1: 2 (1 1 1 1); s=v [v] 1: 1 | 3 (2 2 0 0); ");
+  EXPECT_EQ(adapter.fCalls, "pass0 split split split pass1 split split split ");
+}
+
+struct StateCase {
+  const char* fName;
+  const char* fText;
+  bool fSplit;
+  ACAProcDataSourceIter::State fAtFirst;
+  std::vector<ACAProcDataSourceIter::State> fvSplits;  // one for each split that NewSplit gives
+};
+
+TEST_F(Adaptation, TellsDataWithoutCasesFromSplitsWithout) {
+  using State = ACAProcDataSourceIter;
+  const StateCase cases[] = {
+      {"no case", "s,x\n", false, State::kNoCase, {}},
+      {"no case in splits", "s,x\n", true, State::kNoCase, {}},
+      {"no valid case", "s,x\n1,\n2,\n", false, State::kNoValidCase, {}},
+      {"a valid case", "s,x\n1,\n2,3\n", false, State::kReady, {State::kReady}},
+      {"the first split has none",
+       "s,x\n1,\n2,3\n",
+       true,
+       State::kReady,
+       {State::kNoValidCase, State::kReady}},
+      {"no split has one", "s,x\n1,\n2,\n", true, State::kReady, {State::kNoValidCase, State::kNoValidCase}},
+  };
+  for (const StateCase& c : cases) {
+    SCOPED_TRACE(c.fName);
+    Open(c.fText);
+    if (c.fSplit) GetData().SetSplit({0});
+    ACAVarValidSpecs specs(true, true, true);
+    specs.AddVariable(1, false, false, true, false);
+    Adapter adapter(specs, fSource);
+    ACAProcDataSourceIter iter(adapter, true);
+    EXPECT_EQ(iter.GetState(), c.fAtFirst);
+    std::vector<ACAProcDataSourceIter::State> states;
+    while (iter.NewSplit()) {
+      EXPECT_EQ(iter.HasRecord(), iter.GetState() == State::kReady);
+      EXPECT_EQ(ACADataFileIter(adapter, {}, 0).GetState(), iter.GetState());
+      states.push_back(iter.GetState());
+      while (iter.HasRecord()) iter.Advance();
+      EXPECT_EQ(iter.Current(), nullptr);
+    }
+    EXPECT_EQ(states, c.fvSplits);
+  }
+}
+
+// Values of the data file, "1 2 | 3 4", read block by block.
+std::string ShowFile(ACADataFileIter& file) {
+  std::string text;
+  std::size_t count = 0;
+  file.Restart();
+  while (const double* block = file.NextBlock(count)) {
+    for (std::size_t i = 0; i < count * static_cast<std::size_t>(file.GetRecordSize()); ++i) {
+      text += ShowNumber(block[i]) + " ";
+    }
+  }
+  EXPECT_EQ(count, 0U);
+  return text;
+}
+
+TEST_F(Adaptation, KeepsOneSplitsRecordsForTheComponent) {
+  Open("s,x\n2,1\n1,2\n2,3\n1,\n");
+  GetData().SetSplit({0});
+  fSpecs.AddVariable(0, false, true, true, true);
+  fSpecs.AddVariable(1, false, true, true, true);
+  Adapter adapter(fSpecs, fSource);
+  ACAProcDataSourceIter iter(adapter, true);
+  for (const char* expected : {"1 2 1 . ", "2 1 2 3 "}) {
+    ASSERT_TRUE(iter.NewSplit());
+    ACADataFileIter file(adapter, {}, 0);
+    ASSERT_TRUE(file.FillDataFile(iter));
+    EXPECT_EQ(ShowFile(file), expected);
+    EXPECT_EQ(ShowFile(file), expected) << "readable again";
+    file.CloseDataFile();
+    EXPECT_EQ(ShowFile(file), "");
+  }
+  EXPECT_THROW(ACADataFileIter(adapter, {0}, 0), std::invalid_argument);
+}
+
+TEST_F(Adaptation, KeepsMoreRecordsThanMemoryHolds) {
+  constexpr int kRows = 20000;
+  std::string text = "x\n";
+  for (int i = 0; i < kRows; ++i) text += std::to_string(i) + "\n";
+  for (const int hint : {0, 100, kRows}) {
+    Open(text, std::size_t{1} << 26);
+    GetData().GetBudget().Reserve((std::size_t{1} << 25) - 100000);
+    ACAVarValidSpecs specs(true, true, true);
+    specs.AddVariable(0, false, true, true, true);
+    Adapter adapter(specs, fSource);
+    ACAProcDataSourceIter iter(adapter, true);
+    ASSERT_TRUE(iter.NewSplit());
+    ACADataFileIter file(adapter, {}, hint);
+    ASSERT_TRUE(file.FillDataFile(iter));
+    file.Restart();
+    int row = 0;
+    int wrong = 0;
+    std::size_t count = 0;
+    while (const double* block = file.NextBlock(count)) {
+      for (std::size_t i = 0; i < count; ++i) wrong += block[i] == row++ ? 0 : 1;
+    }
+    EXPECT_EQ(row, kRows);
+    EXPECT_EQ(wrong, 0);
+  }
+}
+
+TEST_F(Adaptation, StopsWhenInterrupted) {
+  Open("x\n1\n2\n3\n");
+  fSpecs.AddVariable(0, false, true, true, true);
+  Adapter adapter(fSpecs, fSource);
+  ACAProcDataSourceIter iter(adapter, true);
+  ASSERT_TRUE(iter.NewSplit());
+  ACADataFileIter file(adapter, {}, 0);
+  fSession.Interrupt();
+  EXPECT_FALSE(file.FillDataFile(iter));
+  EXPECT_TRUE(fSource.FatalError());
+  EXPECT_TRUE(ACAStopProcessor(0.0).IsCancelled());
+}
+
+TEST_F(Adaptation, ReportsADamagedFileOnceAndEndsTheRun) {
+  std::string text = "x,y\n";
+  for (int i = 0; i < 30000; ++i) text += "1,2\n";
+  Open(text + "abc,3\n");
+  fSpecs.AddVariable(0, false, true, true, true);
+  BEPesRepos::BEPesClear();
+  Adapter adapter(fSpecs, fSource);
+  ACAProcDataSourceIter iter(adapter, true);
+  EXPECT_EQ(iter.GetState(), ACAProcDataSourceIter::kReady) << "no word of missing cases";
+  EXPECT_FALSE(iter.NewSplit());
+  EXPECT_TRUE(fSource.FatalError());
+  BEPesRepos::BEPesCheckError();
+  BEPesRepos::BEPesCheckError();
+  EXPECT_THAT(ShowMessages(),
+              testing::StartsWith("error test.csv, line 30002, column 1 (x): \"abc\" is not"));
+  EXPECT_EQ(fOutput->GetItems().size(), 1U);
+  EXPECT_TRUE(fOutput->IsFailed());
+}
+
+TEST_F(Adaptation, SaysThatThereAreNoValidCases) {
+  Open("x\n1\n");
+  ACAInpAdaptMsg message(fSource);
+  message.NoValidCasesForSelect();
+  message.NoValidCases();
+  message.NoValidCasesSplit();
+  EXPECT_EQ(ShowMessages(),
+            "error Host no cases for select ...\nerror Host no valid cases ...\n"
+            "warning Host no valid cases, split [%1 = %2:,^1 = ^2:]1 ...\n");
+}
+
+}  // namespace
+}  // namespace BayesHost
