@@ -57,7 +57,8 @@ class Refinement {
     std::vector<Interval> intervals;
     for (std::size_t i = 0; i + 1 < breaks.size(); ++i)
       intervals.push_back(LogValues(breaks[i], breaks[i + 1]));
-    fScale = -std::numeric_limits<double>::infinity();
+    // Finite, so that a function that is 0 everywhere has the integral 0.
+    fScale = std::numeric_limits<double>::lowest();
     for (const auto& interval : intervals) {
       fScale = std::max(fScale, *std::max_element(interval.fY.begin(), interval.fY.end()));
     }
@@ -134,7 +135,6 @@ GaussLobatto::GaussLobatto(double tolerance, int maxRefinements)
 
 LogIntegral GaussLobatto::Integrate(const LogFunction& lnF, const std::vector<double>& breaks) const {
   Refinement refinement(lnF, breaks);
-  if (refinement.Scale() == -std::numeric_limits<double>::infinity()) return {refinement.Scale(), true};
   const double target = std::min(fTolerance, kWorkingTolerance);
   for (int i = 0; i < fMaxRefinements && !refinement.IsWithin(target); ++i) refinement.RefineWorst();
   return {refinement.Scale() + std::log(refinement.Integral()), refinement.IsWithin(fTolerance)};

@@ -3,8 +3,8 @@
 // The sum of squares: B. P. Welford (1962), Technometrics 4:419-420; merging: T. F. Chan, G. H. Golub, R. J.
 // LeVeque (1983), Am. Stat. 37:242-247. Its running mean is kept as an offset from the first value: a mean of
 // 1e9 can't take up the steps of 1e-9 that a billion cases make, an offset of the size of the standard
-// deviation can. The mean itself comes from a sum of twice the precision, so that it is good to its last digit
-// however much cancels: D. E. Knuth, The Art of Computer Programming 2, section 4.2.2, theorem B.
+// deviation can. The mean itself comes from a sum of twice the precision, so that it is good to its last
+// digit however much cancels: D. E. Knuth, The Art of Computer Programming 2, section 4.2.2, theorem B.
 #pragma once
 
 namespace BayesComponent {

@@ -5,6 +5,9 @@
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <vector>
+
+#include "component/numeric/StableLog.h"
 
 namespace BayesComponent {
 
@@ -13,6 +16,9 @@ namespace {
 StudentDistribution Centred(const StudentDistribution& student) {
   return {student.DF(), 0, student.Scale() * student.Scale()};
 }
+
+// Where the power of cosh(w) is no longer counted.
+constexpr double kNegligibleLog = -60;
 
 bool IsWider(const StudentDistribution& left, const StudentDistribution& right) {
   return left.Scale() > right.Scale();
@@ -44,13 +50,13 @@ double StudentDifference::UpperQuantile(double tail) const {
 }
 
 double StudentDifference::Density(double x) const {
-  return MeanOverNarrow([this, x](double y) { return std::log(fWide.Density(x - fLocation - y)); });
+  const double distance = x - fLocation;
+  return MeanOverNarrow(distance, [&](double y) { return std::log(fWide.Density(distance - y)); });
 }
 
 // Both are symmetric about 0, so first minus second is beyond a distance as often as their sum.
 double StudentDifference::UpperProbability(double distance) const {
-  return MeanOverNarrow(
-      [this, distance](double y) { return std::log(fWide.UpperProbability(distance - y)); });
+  return MeanOverNarrow(distance, [&](double y) { return std::log(fWide.UpperProbability(distance - y)); });
 }
 
 double StudentDifference::DistanceToQuantile(double tail) const {
@@ -59,25 +65,28 @@ double StudentDifference::DistanceToQuantile(double tail) const {
   const double bound = fWide.UpperQuantile(tail / 2) + fNarrow.UpperQuantile(tail / 2);
   const auto excess = [this, tail](double distance) { return UpperProbability(distance) / tail - 1; };
   std::uintmax_t iterations = 100;
-  const boost::math::tools::eps_tolerance<double> tolerance(48);
+  const boost::math::tools::eps_tolerance<double> tolerance(42);
   const auto [low, high] = boost::math::tools::toms748_solve(excess, 0.0, bound, 0.5 / tail - 1,
                                                              excess(bound), tolerance, iterations);
   return (low + high) / 2;
 }
 
-// E[exp(lnValue(Y))] for the narrow one: with y = scale sqrt(df) tan(angle) its density is the power df - 1
-// of a cosine, on an interval that ends where this is negligible.
-double StudentDifference::MeanOverNarrow(const LogFunction& lnValueAtNarrow) const {
+// E[exp(lnValue(Y))] for the narrow one: with y = scale sqrt(df) sinh(w) its density in w is a power -df of
+// cosh(w). Heavy tails have a second contribution where the wide one is near its centre, at y = distance.
+double StudentDifference::MeanOverNarrow(double distance, const LogFunction& lnValue) const {
   const double df = fNarrow.DF();
   const double stretch = fNarrow.Scale() * std::sqrt(df);
-  const auto lnWeight = [df](double angle) { return (df - 1) * std::log(std::cos(angle)); };
-  const auto lnF = [&](double angle) { return lnWeight(angle) + lnValueAtNarrow(stretch * std::tan(angle)); };
-  const double end = df > 1 ? std::acos(std::exp(-60 / (df - 1))) : std::numbers::pi / 2;
-  const GaussLobatto quadrature(1e-13, 2000);
-  // The normaliser is that of the beta distribution (df/2, 1/2) of the squared cosine.
-  const double lnNormaliser =
-      std::lgamma(df / 2) - std::lgamma((df + 1) / 2) + 0.5 * std::log(std::numbers::pi);
-  return std::exp(quadrature.Integrate(lnF, {-end, 0, end}).fLogValue - lnNormaliser);
+  const auto lnF = [&](double w) {
+    const double half = std::sinh(w / 2);
+    // cosh(w) = 1 + 2 sinh^2(w/2), which keeps its digits near 1.
+    return -df * std::log1p(2 * half * half) + lnValue(stretch * std::sinh(w));
+  };
+  const double end = std::asinh(std::sqrt(std::expm1(-2 * kNegligibleLog / df)));
+  std::vector<double> breaks{-end, 0, end};
+  const double second = std::asinh(distance / stretch);
+  if (second != 0 && std::abs(second) < end) breaks.insert(breaks.begin() + (second > 0 ? 2 : 1), second);
+  const double lnNormaliser = LogGammaHalfStep(df / 2) + 0.5 * std::log(std::numbers::pi);
+  return std::exp(GaussLobatto(1e-10, 2000).Integrate(lnF, breaks).fLogValue - lnNormaliser);
 }
 
 }  // namespace BayesComponent

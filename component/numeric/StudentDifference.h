@@ -22,7 +22,7 @@ class StudentDifference : public Distribution {
  private:
   double DistanceToQuantile(double tail) const;
   double UpperProbability(double distance) const;
-  double MeanOverNarrow(const LogFunction& lnValueAtNarrow) const;
+  double MeanOverNarrow(double distance, const LogFunction& lnValue) const;
 
   double fLocation;
   // Both centred at 0; the one with the larger scale is smooth over the range of the other.

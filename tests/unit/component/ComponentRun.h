@@ -48,9 +48,9 @@ class ColumnRecords : public MCCommon_850::MCRecordSource {
 
 // A model that was built, with its record and its statuses.
 template <class Stats>
-class Run {
+class Model {
  public:
-  Run(const BSNSettings& settings, const std::vector<Column>& columns) : fComponent(settings, fVariables) {
+  Model(const BSNSettings& settings, const std::vector<Column>& columns) : fComponent(settings, fVariables) {
     ColumnRecords records(columns);
     fStatus = fComponent.BuildModel(records);
   }
