@@ -12,6 +12,7 @@
 #include "host/data/Variable.h"
 #include "host/output/CommandOutput.h"
 #include "host/session/Session.h"
+#include "platform/component/VarList.h"
 #include "platform/host/Adapter.h"
 #include "platform/host/Output.h"
 #include "platform/host/Run.h"
@@ -266,6 +267,34 @@ std::string ShowFile(ACADataFileIter& file) {
   }
   EXPECT_EQ(count, 0U);
   return text;
+}
+
+TEST_F(Adaptation, DescribesTheSlotsToTheComponent) {
+  Open("g,x,t\nb,1,true\na,5,false\n");
+  const int g = fSpecs.AddVariable(0, true, true, true, true);
+  fSpecs.AddVariable(1, false, true, true, true);
+  fSpecs.AddVariable(2, true, true, true, true);
+  const int free = fSpecs.AddFreeVariable(false);
+  Adapter adapter(fSpecs, fSource);
+  ACAProcDataSourceIter iter(adapter, true);
+  ASSERT_TRUE(iter.NewSplit());
+  ShowRecords(iter, 4);
+  adapter.ReorderRecordCats(g, true);
+  MCXML_850::MCVarList list;
+  ACAVarListMetaData meta(list, fSpecs, fSource, adapter, true);
+  meta.SetFreeVarName(free, "$Group_g");
+  meta.Fill();
+  std::string shown;
+  for (const MCXML_850::MCVariable& variable : list.GetVariables()) {
+    shown += fmt::format("{} {}{}{}:", variable.fSlot, variable.fName,
+                         variable.fCategorical ? " categorical" : "", variable.fString ? " string" : "");
+    for (const MCXML_850::MCCategory& category : variable.fvCategories) {
+      shown += category.fIsString ? " " + category.fText
+                                  : fmt::format(" {}={}", category.fNumber, category.fLabel);
+    }
+    shown += " | ";
+  }
+  EXPECT_EQ(shown, "0 g categorical string: a b | 1 x: | 2 t categorical: 1=true 0=false | 3 $Group_g: | ");
 }
 
 TEST_F(Adaptation, KeepsOneSplitsRecordsForTheComponent) {
