@@ -114,7 +114,8 @@ std::set<std::string> KeysIn(const std::string& source) {
       if (isInside) {
         literal += c;
       } else {
-        if (literal.size() > 3 && literal.ends_with("...")) keys.insert(literal);
+        const bool isKey = literal.ends_with("...") && (std::isalnum(literal[0]) != 0 || literal[0] == '^');
+        if (isKey) keys.insert(literal);
         literal.clear();
       }
     }
@@ -123,8 +124,9 @@ std::set<std::string> KeysIn(const std::string& source) {
 }
 
 TEST(Strings, SearchForKeysJoinsLiteralsAndSkipsComments) {
-  EXPECT_THAT(KeysIn("f(\"a ...\", x);\n// \"b ...\"\ng(\"c \"\n  \"d ...\");\nh(\"...\", \"e\");\n"),
-              testing::ElementsAre("a ...", "c d ..."));
+  EXPECT_THAT(
+      KeysIn("f(\"a ...\", x);\n// \"b ...\"\ng(\"c \"\n  \"d ...\");\nh(\"...\", \"e\", \", ...\");\n"),
+      testing::ElementsAre("a ...", "c d ..."));
 }
 
 TEST(Strings, EveryKeyInTheSourcesHasAText) {
