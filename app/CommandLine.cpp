@@ -33,7 +33,8 @@ void AddSource(CLI::App& command, Request& request) {
 }
 
 void AddLimits(CLI::App& command, Request& request) {
-  command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")->check(CLI::NonNegativeNumber);
+  command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")
+      ->check(CLI::NonNegativeNumber);
   command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
       ->transform(CLI::AsSizeValue(false));
   command.add_flag("-q,--quiet", request.fQuiet, "no progress and no warnings on standard error");
@@ -69,9 +70,11 @@ Request ParseCommandLine(int argc, char** argv) {
   AddSource(*run, request);
   AddLimits(*run, request);
   run->add_option("-o,--output", request.fOutputFile, "file for the results (.html, .json or text)");
-  CLI::Option* format = run->add_option("--format", request.fFormat, "form of the results: text, json or html")
-                            ->transform(CLI::CheckedTransformer(kFormats));
-  run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")->check(CLI::PositiveNumber);
+  CLI::Option* format =
+      run->add_option("--format", request.fFormat, "form of the results: text, json or html")
+          ->transform(CLI::CheckedTransformer(kFormats));
+  run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")
+      ->check(CLI::PositiveNumber);
 
   CLI::App* check = app.add_subcommand("check", "check the commands of a file without running them");
   AddSource(*check, request);

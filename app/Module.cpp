@@ -2,12 +2,24 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <stdexcept>
 
 namespace BayesApp {
 
 namespace {
+
+struct Procedure {
+  const char* fCommand;
+  const char* fEntryPoint;
+};
+constexpr Procedure kProcedures[] = {
+    {"BAYES ONESAMPLE", "bayesone_"},   {"BAYES RELATED", "bayesrel_"},    {"BAYES INDEPENDENT", "bayesidp_"},
+    {"BAYES CORRELATION", "bayescor_"}, {"BAYES REGRESSION", "bayesrgr_"}, {"BAYES ANOVA", "bayesanv_"},
+    {"BAYES LOGLINEAR", "bayeslgl_"},
+};
 
 std::filesystem::path FindLibrary() {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
@@ -22,23 +34,21 @@ std::filesystem::path FindLibrary() {
 
 }  // namespace
 
-const std::vector<Procedure>& GetProcedures() {
-  static const std::vector<Procedure> procedures{
-      {"ONESAMPLE", "bayesone_"},  {"RELATED", "bayesrel_"},    {"INDEPENDENT", "bayesidp_"},
-      {"CORRELATION", "bayescor_"}, {"REGRESSION", "bayesrgr_"}, {"ANOVA", "bayesanv_"},
-      {"LOGLINEAR", "bayeslgl_"}};
-  return procedures;
-}
-
-// Its symbols are resolved at once, so that a library that doesn't fit is refused here and not in the middle of a run.
+// Its symbols are resolved at once, so that a library that doesn't fit is refused here and not in the middle
+// of a run.
 Module::Module() : fpLibrary(dlopen(FindLibrary().c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (fpLibrary == nullptr) ThrowLoaderError();
 }
 
-Module::~Module() { dlclose(fpLibrary); }
+Module::~Module() {
+  dlclose(fpLibrary);
+}
 
-Module::EntryPoint Module::Find(const char* entryPoint) const {
-  void* symbol = dlsym(fpLibrary, entryPoint);
+Module::EntryPoint Module::Find(const std::string& command) const {
+  const auto* procedure = std::find_if(std::begin(kProcedures), std::end(kProcedures),
+                                       [&](const Procedure& row) { return row.fCommand == command; });
+  if (procedure == std::end(kProcedures)) throw std::runtime_error("There is no command " + command + ".");
+  void* symbol = dlsym(fpLibrary, procedure->fEntryPoint);
   if (symbol == nullptr) ThrowLoaderError();
   return reinterpret_cast<EntryPoint>(symbol);
 }

@@ -1,6 +1,7 @@
 // Runs the statements of a command file, or of the command line, one after the other.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -12,33 +13,37 @@
 
 namespace BayesApp {
 
-// A statement that fails is reported, in the report and on standard error, and the next one runs. After an interrupt none does.
+// A statement that fails is reported, in the report and on standard error, and the next one runs. After an
+// interrupt none does.
 class Runner {
  public:
-  // The session must be the thread's current one and outlive the runner.
+  // The session must be the thread's current one and outlive the runner. Throws std::runtime_error when the
+  // module can't be loaded.
   Runner(const Request& request, BayesHost::Session& session);
 
-  // Runs everything. False: some statement failed.
+  // Runs everything. False: something failed.
   bool Run();
   const BayesHost::Report& GetReport() const { return fReport; }
 
  private:
   bool ReadSource();
-  void RunStatement(const Statement& statement);
-  void Execute(const Statement& statement);
-  void OpenData(const std::string& file);
-  void SetSplit(const Statement& statement);
-  void SetWeight(const Statement& statement);
-  void RunCommand(const Statement& statement);
+  bool RunStatement(const Statement& statement);
+  void Execute(const DataStatement& data);
+  void Execute(const SplitStatement& split);
+  void Execute(const WeightStatement& weight);
+  void Execute(const SaveStatement& save);
+  void Execute(const BayesStatement& command);
+  void Execute(const BayesHost::Fault& fault);
+  bool ResolveNames(const char* statement, const std::vector<ZARQ_Token>& names, bool numericOnly,
+                    std::vector<int>& indices) const;
+  void OpenData(const std::string& file, const std::filesystem::path& folder);
   void CompleteHead();
-  void Fail(const std::string& text);
   void ShowMessages(const BayesHost::CommandOutput& output) const;
-  std::filesystem::path Resolve(const std::string& file) const;
 
   const Request& fRequest;
   BayesHost::Session& fSession;
   Module fModule;
-  std::string fSource;
+  BayesHost::CommandText fSource;
   BayesHost::Report fReport;
 };
 

@@ -6,12 +6,14 @@
 #include <variant>
 #include <vector>
 
+#include "platform/Visibility.h"
+
 namespace BayesHost {
 
 // A value of the data: a number or a string.
 using DataValue = std::variant<double, std::string>;
 
-struct ShownText {
+struct BAYES_PLATFORM ShownText {
   std::string fText;
   // The key of the string table and the texts of its arguments; empty when the text stands for itself.
   std::string fKey;

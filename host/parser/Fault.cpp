@@ -21,7 +21,7 @@ Message MakeMessage(const Fault& fault, const CommandText& command) {
   return message;
 }
 
-void Report(const Fault& fault) {
+void ShowFault(const Fault& fault) {
   const Session& session = Session::Current();
   session.GetOutput().AddMessage(MakeMessage(fault, session.GetCommand()));
 }

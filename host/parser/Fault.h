@@ -29,6 +29,6 @@ struct Rejection {
 BAYES_PLATFORM Message MakeMessage(const Fault& fault, const CommandText& command);
 
 // Adds it to the output of the session's current command.
-void Report(const Fault& fault);
+void ShowFault(const Fault& fault);
 
 }  // namespace BayesHost

@@ -27,7 +27,7 @@ std::size_t FindPlaceOf(const std::vector<std::string>& arguments) {
 void Show(Message::Level level, const std::string& key, std::vector<std::string> arguments) {
   while (!arguments.empty() && arguments.back().empty()) arguments.pop_back();
   const std::size_t position = FindPlaceOf(arguments);
-  BayesHost::Report({key, BayesHost::Arguments(arguments.begin(), arguments.end()), position, level});
+  BayesHost::ShowFault({key, BayesHost::Arguments(arguments.begin(), arguments.end()), position, level});
 }
 
 void ShowError(const char* key, std::vector<std::string> arguments) {
@@ -82,14 +82,14 @@ void ParserMessage::VariableNotNumeric(const std::string& variable, const std::s
 
 void ParserMessage::ParamValueBreakBdry(const std::string& parameter, const std::string& subcommand,
                                         double lower, UPSpecTypes::LowerBdryOptions lowerOption) const {
-  BayesHost::Report(BayesHost::MakeBoundaryFault(
+  BayesHost::ShowFault(BayesHost::MakeBoundaryFault(
       parameter, subcommand, BayesHost::LowerBoundary{lower, lowerOption}, {}, FindPlaceOf({parameter})));
 }
 
 void ParserMessage::ParamValueBreakBdry(const std::string& parameter, const std::string& subcommand,
                                         double lower, UPSpecTypes::LowerBdryOptions lowerOption, double upper,
                                         UPSpecTypes::UpperBdryOptions upperOption) const {
-  BayesHost::Report(
+  BayesHost::ShowFault(
       BayesHost::MakeBoundaryFault(parameter, subcommand, BayesHost::LowerBoundary{lower, lowerOption},
                                    BayesHost::UpperBoundary{upper, upperOption}, FindPlaceOf({parameter})));
 }

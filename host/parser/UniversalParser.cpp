@@ -20,6 +20,6 @@ int UniversalParser::getCommandSpecifications() {
   const ZARQ_TokenSequence::State& tokens = fTokens.GetState();
   const auto fault =
       BayesHost::CheckCommand(tokens.fLexed, tokens.fHasCommandName, fGrammar, fSpec.GetState().fvSubComs);
-  if (fault) BayesHost::Report(*fault);
+  if (fault) BayesHost::ShowFault(*fault);
   return fault ? kRejected : kAccepted;
 }

@@ -47,7 +47,7 @@ struct VarSpecObj::State {
       check();
       return true;
     } catch (const Rejection& rejection) {
-      if (fReports) BayesHost::Report(rejection.fFault);
+      if (fReports) BayesHost::ShowFault(rejection.fFault);
       return false;
     }
   }

@@ -95,6 +95,8 @@ class BAYES_PLATFORM Session {
   unsigned long GetSeed() const { return fSeed; }
   // Uniform on [0, 1), from one stream for the whole run.
   double DrawUniform();
+  // True once something was drawn: the results depend on the seed.
+  bool HasDrawn() const { return fHasDrawn; }
 
   // Ends the procedure at its next question; set by host services whose error leaves nothing to go on with.
   void SetFatal() { fFatal = true; }
@@ -121,6 +123,7 @@ class BAYES_PLATFORM Session {
   unsigned long fSeed;
   std::mt19937_64 fSeedSource;
   std::vector<std::string> fvStoredErrors;
+  bool fHasDrawn = false;
   bool fFatal = false;
   std::atomic<bool> fInterrupted{false};
 };

@@ -1,0 +1,79 @@
+#include "app/Help.h"
+
+#include <fmt/format.h>
+#include <fmt/ostream.h>
+
+#include <algorithm>
+#include <cctype>
+#include <iostream>
+
+#include "app/Module.h"
+#include "app/Statements.h"
+#include "host/data/DataSet.h"
+#include "host/output/CommandOutput.h"
+#include "host/parser/GrammarHelp.h"
+#include "host/session/Session.h"
+
+namespace BayesApp {
+
+namespace {
+
+// Lets the module hand over the grammar of each of its commands.
+void RecordGrammars() {
+  BayesHost::RunOptions options;
+  options.fParserMode = BayesHost::ParserMode::Describe;
+  BayesHost::Session session(options);
+  const BayesHost::Session::Use use(session);
+  const Module module;
+  for (const std::string& command : GetBayesCommands()) {
+    BayesHost::CommandText text;
+    text.fSource = command + ".";
+    text.fEnd = text.fSource.size();
+    session.BeginCommand(text, std::make_shared<BayesHost::CommandOutput>(command, text.fSource, 1));
+    module.Find(command)(nullptr);
+  }
+}
+
+std::string UpperCase(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return text;
+}
+
+}  // namespace
+
+bool ShowHelp(const std::string& topic, std::ostream& out) {
+  RecordGrammars();
+  for (const CommandDescriptor& grammar : MakeStatementGrammars()) BayesHost::GrammarHelp::Record(grammar);
+  const std::vector<std::string> names = BayesHost::GrammarHelp::GetCommandNames();
+  if (topic.empty()) {
+    fmt::print(out, "Commands (bayes help COMMAND shows one):\n");
+    for (const std::string& name : names) {
+      fmt::print(out, "  {:<20}{}\n", name, BayesHost::GrammarHelp::Find(name)->GetProcTitle());
+    }
+    return true;
+  }
+  const std::string wanted = UpperCase(topic);
+  const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+    return name == wanted || name == "BAYES " + wanted;
+  });
+  if (found == names.end()) {
+    std::cerr << fmt::format("bayes: there is no command {}. The commands are {}.\n", topic,
+                             fmt::join(names, ", "));
+    return false;
+  }
+  out << BayesHost::RenderHelpText(*BayesHost::GrammarHelp::Find(*found));
+  return true;
+}
+
+void DescribeData(const std::string& file, std::ostream& out) {
+  BayesHost::DataSet data({file, file}, {});
+  fmt::print(out, "{}: {} variables, {} cases\n", file, data.CountVariables(), data.CountCases());
+  for (int i = 0; i < data.CountVariables(); ++i) {
+    const ZARQ_Variable& variable = data.GetVariable(i);
+    fmt::print(out, "  {:<24}{:<10}{}\n", variable.GetName(), variable.IsString() ? "text" : "numeric",
+               variable.GetPreferredLabel() == variable.GetName() ? "" : variable.GetPreferredLabel());
+  }
+}
+
+}  // namespace BayesApp

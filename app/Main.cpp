@@ -1,0 +1,132 @@
+// The program `bayes`.
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "app/CommandLine.h"
+#include "app/Help.h"
+#include "app/Runner.h"
+#include "host/data/DataError.h"
+#include "host/files/OutputFile.h"
+#include "host/output/HtmlReport.h"
+#include "host/output/JsonReport.h"
+#include "host/output/TextReport.h"
+#include "host/session/Session.h"
+
+namespace {
+
+using namespace BayesApp;
+
+constexpr std::size_t kDefaultMemory = std::size_t{1} << 30U;
+constexpr int kDefaultWidth = 100;
+
+BayesHost::Session* interruptedSession = nullptr;
+
+// Asked twice, the program ends at once.
+void OnInterrupt(int signal) {
+  if (interruptedSession == nullptr || interruptedSession->IsInterrupted()) std::_Exit(128 + signal);
+  interruptedSession->Interrupt();
+}
+
+BayesHost::RunOptions MakeOptions(const Request& request) {
+  BayesHost::RunOptions options;
+  options.fSeed = request.fSeed;
+  options.fThreads = request.fThreads;
+  options.fMemoryBytes = request.fMemoryBytes == 0 ? kDefaultMemory : request.fMemoryBytes;
+  options.fProgress = !request.fQuiet;
+  options.fParserMode =
+      request.fAction == Action::Check ? BayesHost::ParserMode::Check : BayesHost::ParserMode::Run;
+  return options;
+}
+
+bool IsUnicodeLocale() {
+  for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+    const char* value = std::getenv(name);
+    if (value == nullptr || *value == '\0') continue;
+    const std::string text = value;
+    return text.find("UTF-8") != std::string::npos || text.find("utf8") != std::string::npos;
+  }
+  return false;
+}
+
+// On a terminal the tables fit it; elsewhere they get a width that suits a page, and messages that standard
+// error won't keep beside them.
+BayesHost::TextReport::Options MakeTextOptions(bool toFile) {
+  BayesHost::TextReport::Options options;
+  winsize size{};
+  const bool terminal = !toFile && isatty(STDOUT_FILENO) != 0;
+  const bool known = terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  options.fWidth = known ? size.ws_col : kDefaultWidth;
+  options.fUnicode = toFile || IsUnicodeLocale();
+  options.fColour = terminal && std::getenv("NO_COLOR") == nullptr;
+  options.fMessages = toFile;
+  return options;
+}
+
+void WriteReport(const Request& request, const BayesHost::Report& report, std::ostream& out) {
+  switch (request.fFormat) {
+    case Format::Json:
+      return BayesHost::JsonReport::Write(report, out);
+    case Format::Html:
+      return BayesHost::HtmlReport::Write(report, out);
+    case Format::Text:
+      return BayesHost::TextReport(MakeTextOptions(!request.fOutputFile.empty())).Write(report, out);
+  }
+}
+
+void DeliverReport(const Request& request, const BayesHost::Report& report) {
+  if (request.fOutputFile.empty()) {
+    WriteReport(request, report, std::cout);
+    std::cout.flush();
+    if (!std::cout) throw std::runtime_error("Standard output can't take the results.");
+    return;
+  }
+  BayesHost::OutputFile file(request.fOutputFile);
+  WriteReport(request, report, file.Stream());
+  file.Commit();
+}
+
+int RunCommands(const Request& request) {
+  BayesHost::Session session(MakeOptions(request));
+  const BayesHost::Session::Use use(session);
+  interruptedSession = &session;
+  std::signal(SIGINT, OnInterrupt);
+  Runner runner(request, session);
+  const bool ok = runner.Run();
+  if (request.fAction == Action::Run) DeliverReport(request, runner.GetReport());
+  std::signal(SIGINT, SIG_DFL);
+  interruptedSession = nullptr;
+  return ok ? kSuccess : kCommandFailed;
+}
+
+int Dispatch(const Request& request) {
+  switch (request.fAction) {
+    case Action::Run:
+    case Action::Check:
+      return RunCommands(request);
+    case Action::DescribeData:
+      DescribeData(request.fDataFile, std::cout);
+      return kSuccess;
+    case Action::Help:
+      return ShowHelp(request.fHelpTopic, std::cout) ? kSuccess : kUsageError;
+    case Action::Done:
+      break;
+  }
+  return request.fExitStatus;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Dispatch(ParseCommandLine(argc, argv));
+  } catch (const std::exception& error) {
+    std::cerr << "bayes: " << error.what() << '\n';
+    return kCommandFailed;
+  }
+}

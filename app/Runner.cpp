@@ -1,0 +1,197 @@
+#include "app/Runner.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <thread>
+
+#include "app/Version.h"
+#include "host/data/DataError.h"
+#include "host/data/DataSet.h"
+#include "host/output/Diagnostic.h"
+#include "host/output/HostKeys.h"
+#include "platform/host/VarSpec.h"
+
+namespace BayesApp {
+
+using BayesHost::CommandOutput;
+using BayesHost::CommandText;
+using BayesHost::DataSet;
+
+namespace {
+
+DataSet::Limits MakeLimits(const BayesHost::RunOptions& options) {
+  const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+  return {options.fMemoryBytes, options.fThreads > 0 ? options.fThreads : static_cast<int>(cores)};
+}
+
+// What the report calls a statement.
+std::string GetName(const Statement& statement) {
+  struct Namer {
+    std::string operator()(const DataStatement&) const { return "DATA"; }
+    std::string operator()(const SplitStatement&) const { return "SPLIT FILE"; }
+    std::string operator()(const WeightStatement&) const { return "WEIGHT"; }
+    std::string operator()(const SaveStatement&) const { return "SAVE DATA"; }
+    std::string operator()(const BayesStatement& command) const { return command.fName; }
+    std::string operator()(const BayesHost::Fault&) const { return ""; }
+  };
+  return std::visit(Namer(), statement.fContent);
+}
+
+void AddError(CommandOutput& output, BayesHost::ShownText text) {
+  BayesHost::Message message;
+  message.fText = std::move(text);
+  output.AddMessage(std::move(message));
+}
+
+}  // namespace
+
+Runner::Runner(const Request& request, BayesHost::Session& session) : fRequest(request), fSession(session) {
+  fReport.fHead.fVersion = kVersion;
+}
+
+bool Runner::Run() {
+  if (!ReadSource()) return false;
+  bool ok = true;
+  try {
+    if (!fRequest.fDataFile.empty()) OpenData(fRequest.fDataFile, {});
+  } catch (const BayesHost::DataError& error) {
+    std::cerr << "bayes: " << error.what() << '\n';
+    return false;
+  }
+  const std::vector<Statement> statements = SplitStatements(fSource.fSource);
+  if (statements.empty()) {
+    std::cerr << fmt::format("bayes: {} holds no command. Write one, ended by a period.\n",
+                             fSource.fFile.empty() ? "-c" : fSource.fFile);
+    return false;
+  }
+  for (const Statement& statement : statements) {
+    if (fSession.IsInterrupted()) break;
+    ok = RunStatement(statement) && ok;
+  }
+  CompleteHead();
+  return ok && !fSession.IsInterrupted();
+}
+
+bool Runner::ReadSource() {
+  if (fRequest.fCommandFile.empty()) {
+    fSource.fSource = fRequest.fCommands;
+    return true;
+  }
+  fSource.fFile = fRequest.fCommandFile;
+  std::ifstream file(fSource.fFile, std::ios::binary);
+  const bool isFolder = std::filesystem::is_directory(fSource.fFile);
+  if (file && !isFolder) {
+    fSource.fSource.assign(std::istreambuf_iterator<char>(file), {});
+    if (!file.bad()) return true;
+  }
+  std::cerr << fmt::format("bayes: the command file {} can't be read: {}.\n", fSource.fFile,
+                           isFolder ? "it is a folder" : "there is no such file, or it may not be read");
+  return false;
+}
+
+bool Runner::RunStatement(const Statement& statement) {
+  CommandText command = fSource;
+  command.fBegin = statement.fBegin;
+  command.fEnd = std::min(statement.fEnd, command.fSource.size());
+  const int line = BayesHost::FindPlace(command, 0).fLine;
+  auto output = std::make_shared<CommandOutput>(GetName(statement), command.GetText(), line);
+  fSession.BeginCommand(std::move(command), output);
+  try {
+    std::visit([this](const auto& content) { Execute(content); }, statement.fContent);
+  } catch (const std::exception& error) {
+    AddError(*output, BayesHost::ShownText::Plain(error.what()));
+  }
+  if (fSession.IsInterrupted()) {
+    AddError(*output, BayesHost::ShowKey(BayesHost::kHostInterrupted));
+  }
+  ShowMessages(*output);
+  const bool isCommand = std::holds_alternative<BayesStatement>(statement.fContent);
+  if (isCommand || !output->GetItems().empty()) fReport.fvCommands.push_back(output);
+  return !output->IsFailed();
+}
+
+void Runner::Execute(const DataStatement& data) {
+  fSession.SetData(nullptr);
+  if (!data.fDictionary.empty() || !data.fSql.empty()) {
+    throw std::runtime_error("DATA takes a FILE only: DICTIONARY and SQL are not available yet.");
+  }
+  OpenData(data.fFile, std::filesystem::path(fSource.fFile).parent_path());
+}
+
+void Runner::Execute(const SplitStatement& split) {
+  std::vector<int> indices;
+  if (ResolveNames("SPLIT FILE", split.fvNames, false, indices)) fSession.GetData()->SetSplit(indices);
+}
+
+void Runner::Execute(const WeightStatement& weight) {
+  std::vector<int> indices;
+  if (!ResolveNames("WEIGHT", weight.fvNames, true, indices)) return;
+  fSession.GetData()->SetWeight(indices.empty() ? -1 : indices.front());
+}
+
+void Runner::Execute(const SaveStatement& /*save*/) {
+  throw std::runtime_error("SAVE DATA is not available yet: nothing was written.");
+}
+
+void Runner::Execute(const BayesStatement& command) {
+  const bool hadDrawn = fSession.HasDrawn();
+  fModule.Find(command.fName)(nullptr);
+  if (fRequest.fSeed != 0 || fSession.HasDrawn() != hadDrawn)
+    fSession.GetOutput().SetSeed(fSession.GetSeed());
+}
+
+void Runner::Execute(const BayesHost::Fault& fault) {
+  fSession.GetOutput().AddMessage(BayesHost::MakeMessage(fault, fSession.GetCommand()));
+}
+
+// False: a message was shown. No names (OFF) resolve to no variables, but need data all the same.
+bool Runner::ResolveNames(const char* statement, const std::vector<ZARQ_Token>& names, bool numericOnly,
+                          std::vector<int>& indices) const {
+  if (fSession.GetData() == nullptr) {
+    fSession.GetOutput().AddMessage(
+        BayesHost::MakeMessage({BayesHost::kHostNoData, {}, 0}, fSession.GetCommand()));
+    return false;
+  }
+  if (names.empty()) return true;
+  const CommandDescriptor grammar(statement, statement);
+  VarSpecObj variables(statement, "BY", numericOnly, grammar);
+  if (!variables.ValidateVariables(names)) return false;
+  indices = variables.GetVariables();
+  return true;
+}
+
+void Runner::OpenData(const std::string& file, const std::filesystem::path& folder) {
+  fSession.SetData(
+      std::make_shared<DataSet>(BayesHost::DataFile{folder / file, file}, MakeLimits(fSession.GetOptions())));
+}
+
+// The head speaks of the data in force at the end.
+void Runner::CompleteHead() {
+  if (DataSet* data = fSession.GetData(); data != nullptr && fRequest.fAction == Action::Run) {
+    fReport.fHead.fData = BayesHost::DataOrigin{data->GetFileName(),
+                                                data->GetFileBytes(),
+                                                data->CountCases(),
+                                                static_cast<std::uint64_t>(data->CountVariables()),
+                                                {}};
+  }
+  if (fRequest.fSeed != 0 || fSession.HasDrawn()) fReport.fHead.fSeed = fSession.GetSeed();
+}
+
+void Runner::ShowMessages(const CommandOutput& output) const {
+  const auto show = [&](const auto& self, const BayesHost::ItemList& items) -> void {
+    for (const BayesHost::Item& item : items) {
+      if (const auto* heading = std::get_if<BayesHost::Heading>(&item.fContent)) self(self, heading->fItems);
+      const auto* message = std::get_if<BayesHost::Message>(&item.fContent);
+      if (message == nullptr) continue;
+      if (fRequest.fQuiet && message->fLevel == BayesHost::Message::Level::Warning) continue;
+      std::cerr << BayesHost::Diagnostic::Of(*message, fSource.fFile, output.GetLine()).Format(false);
+    }
+  };
+  show(show, output.GetItems());
+}
+
+}  // namespace BayesApp
