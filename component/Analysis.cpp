@@ -12,6 +12,8 @@ struct AnalysisKind {
 
 constexpr AnalysisKind kKinds[] = {
     {BSNConst::OneSample, BSNConst::Normal, MakeOneSampleNormal},
+    {BSNConst::OneSample, BSNConst::Binomial, MakeOneSampleBinomial},
+    {BSNConst::OneSample, BSNConst::Poisson, MakeOneSamplePoisson},
     {BSNConst::Related, BSNConst::Normal, MakeRelatedSamples},
 };
 

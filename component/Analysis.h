@@ -29,6 +29,8 @@ class Analysis {
 std::unique_ptr<Analysis> MakeAnalysis(const BSNSettings& settings, StatusList& statuses);
 
 std::unique_ptr<Analysis> MakeOneSampleNormal(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeOneSampleBinomial(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeOneSamplePoisson(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeRelatedSamples(const BSNSettings& settings, StatusList& statuses);
 
 }  // namespace BayesComponent
