@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kSampleRecords = 20480;
 constexpr std::uint64_t kSampleBytes = std::uint64_t{8} << 20;
+// The engine's own choice, 32 MB for each thread, leaves it no room under a small memory setting.
+constexpr int kEngineBufferBytes = 4 << 20;
 constexpr int kMostDecimals = 6;
 constexpr std::size_t kLeastWidth = 8;
 constexpr std::size_t kMostWidth = 40;
@@ -214,26 +216,39 @@ void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
 }
 
 std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
-  std::vector<const char*> types(fvNames.size(), "VARCHAR");
   std::vector<std::string> wanted;
+  for (const int column : columns) {
+    const bool isText = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Text;
+    wanted.push_back(fmt::format(fmt::runtime(isText ? "c{}" : "CAST(c{} AS DOUBLE)"), column));
+  }
+  return fmt::format("SELECT {} FROM read_csv({}, {}, columns = {{{}}})", fmt::join(wanted, ", "),
+                     QuoteSql(std::filesystem::absolute(fFile.fPath).string()), DescribeDialect(),
+                     DeclareColumns(columns));
+}
+
+// Names the engine's columns c0, c1, ...: it takes names that differ in case for the same. Only the wanted
+// ones are converted.
+std::string CsvFile::DeclareColumns(const std::vector<int>& columns) const {
+  std::vector<const char*> types(fvTypes.size(), "VARCHAR");
   for (const int column : columns) {
     const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
     if (type == ColumnType::Number) types[static_cast<std::size_t>(column)] = "DOUBLE";
     if (type == ColumnType::Boolean) types[static_cast<std::size_t>(column)] = "BOOLEAN";
-    wanted.push_back(type == ColumnType::Text ? fmt::format("c{}", column)
-                                              : fmt::format("CAST(c{} AS DOUBLE)", column));
   }
   std::vector<std::string> declared;
   for (std::size_t i = 0; i < types.size(); ++i) declared.push_back(fmt::format("'c{}': '{}'", i, types[i]));
+  return fmt::format("{}", fmt::join(declared, ", "));
+}
+
+std::string CsvFile::DescribeDialect() const {
   std::vector<std::string> missing;
   for (const std::string& cell : fMissingCells) missing.push_back(QuoteSql(cell));
   return fmt::format(
-      "SELECT {} FROM read_csv({}, auto_detect = false, header = {}, delim = {}, quote = {}, escape = {}, "
-      "new_line = '{}', decimal_separator = '{}', nullstr = [{}], columns = {{{}}})",
-      fmt::join(wanted, ", "), QuoteSql(std::filesystem::absolute(fFile.fPath).string()), fHasNames,
-      QuoteSql({&fDialect.fDelimiter, 1}), QuoteSql({&fDialect.fQuote, 1}), QuoteSql({&fDialect.fEscape, 1}),
-      EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal, fmt::join(missing, ", "),
-      fmt::join(declared, ", "));
+      "auto_detect = false, header = {}, delim = {}, quote = {}, escape = {}, new_line = '{}', "
+      "decimal_separator = '{}', nullstr = [{}], buffer_size = {}",
+      fHasNames, QuoteSql({&fDialect.fDelimiter, 1}), QuoteSql({&fDialect.fQuote, 1}),
+      QuoteSql({&fDialect.fEscape, 1}), EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal,
+      fmt::join(missing, ", "), kEngineBufferBytes);
 }
 
 void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {

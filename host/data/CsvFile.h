@@ -47,6 +47,8 @@ class CsvFile : public TableSource {
   CsvScanner OpenData() const;
   void CheckRecord(const CsvScanner& scanner) const;
   void CheckCells(const CsvScanner& scanner) const;
+  std::string DeclareColumns(const std::vector<int>& columns) const;
+  std::string DescribeDialect() const;
   [[noreturn]] void Refuse(std::uint64_t line, int column, const std::string& text) const;
 
   DataFile fFile;

@@ -19,9 +19,14 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
                     [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
-// Half of the memory goes to the data that are kept, half to the engine, which works beside them.
+// Half of the memory goes to the data that are kept, half to the engine, which works beside them and can't
+// read a text file with less than this for each of its threads.
+constexpr std::size_t kLeastEngineBytes = std::size_t{32} << 20;
+
 Engine::Options MakeEngineOptions(const DataSet::Limits& limits) {
-  return {std::max(limits.fThreads, 1), limits.fMemoryBytes / 2, std::filesystem::temp_directory_path()};
+  const int threads = std::max(limits.fThreads, 1);
+  const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
+  return {threads, std::max(limits.fMemoryBytes / 2, least), std::filesystem::temp_directory_path()};
 }
 
 }  // namespace
@@ -164,11 +169,10 @@ const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
   if (!fpIndex && fvSplit.empty()) fpIndex = std::make_unique<SplitIndex>(fCases);
   if (!fpIndex) {
     CaseCursor cursor(FindPlaces(fvSplit), nullptr);
-    cursor.SetRange(0, fCases);
     const auto decode = [this](int i, double value) {
       return Decode(fvSplit[static_cast<std::size_t>(i)], value);
     };
-    fpIndex = std::make_unique<SplitIndex>(cursor, static_cast<int>(fvSplit.size()), decode);
+    fpIndex = std::make_unique<SplitIndex>(cursor, fCases, static_cast<int>(fvSplit.size()), decode);
   }
   return fpIndex->GetGroups();
 }

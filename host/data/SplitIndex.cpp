@@ -21,46 +21,52 @@ bool IsLessKey(const std::vector<OBS>& a, const std::vector<OBS>& b) {
 
 SplitIndex::SplitIndex(std::uint64_t rows) : fvGroups{{{}, 0, rows}} {}
 
-SplitIndex::SplitIndex(CaseCursor& cursor, int variables, const Decoder& decode) {
-  std::map<std::vector<double>, std::uint32_t> numbers;
-  std::vector<std::uint32_t> groupOfRow;
-  std::vector<double> key(static_cast<std::size_t>(variables));
-  while (cursor.Next()) {
-    std::copy_n(cursor.GetValues(), key.size(), key.begin());
-    const auto known = numbers.find(key);
-    if (known == numbers.end()) {
-      groupOfRow.push_back(static_cast<std::uint32_t>(fvGroups.size()));
-      numbers.emplace(key, groupOfRow.back());
-      Group group;
-      for (int i = 0; i < variables; ++i) group.fvKey.push_back(decode(i, key[static_cast<std::size_t>(i)]));
-      fvGroups.push_back(std::move(group));
-    } else {
-      groupOfRow.push_back(known->second);
-    }
-    ++fvGroups[groupOfRow.back()].fEnd;  // a count for now
-    if (groupOfRow.size() == std::numeric_limits<std::uint32_t>::max()) {
-      throw std::length_error("Split files take at most 4,294,967,294 cases.");
-    }
+SplitIndex::SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode) {
+  if (rows >= std::numeric_limits<std::uint32_t>::max()) {
+    throw std::length_error("Split files take at most 4,294,967,294 cases.");
   }
+  cursor.SetRange(0, rows);
+  const std::vector<std::uint32_t> groupOfRow = FindGroups(cursor, rows, variables, decode);
+  const std::vector<std::uint32_t> ranks = SortGroups();
   // A stable counting sort: the rows of a group keep their order.
-  std::vector<std::uint32_t> ranks;
-  SortGroups(ranks);
   std::vector<std::uint64_t> next;
   for (const Group& group : fvGroups) next.push_back(group.fBegin);
   fvOrder.resize(groupOfRow.size());
   for (std::size_t row = 0; row < groupOfRow.size(); ++row) {
-    fvOrder[static_cast<std::size_t>(next[ranks[groupOfRow[row]]]++)] = static_cast<std::uint32_t>(row);
+    fvOrder[next[ranks[groupOfRow[row]]]++] = static_cast<std::uint32_t>(row);
   }
 }
 
-// Sorts the groups, turns their counts into ranges; ranks[i] becomes the new place of group i.
-void SplitIndex::SortGroups(std::vector<std::uint32_t>& ranks) {
+// Numbers the groups in the order of their appearance; a group's fEnd is its count for now.
+std::vector<std::uint32_t> SplitIndex::FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
+                                                  const Decoder& decode) {
+  std::map<std::vector<double>, std::uint32_t> numbers;
+  std::vector<std::uint32_t> groupOfRow;
+  groupOfRow.reserve(rows);
+  std::vector<double> key(static_cast<std::size_t>(variables));
+  while (cursor.Next()) {
+    std::copy_n(cursor.GetValues(), key.size(), key.begin());
+    const auto [known, isNew] = numbers.try_emplace(key, static_cast<std::uint32_t>(fvGroups.size()));
+    if (isNew) {
+      fvGroups.emplace_back();
+      for (int i = 0; i < variables; ++i) {
+        fvGroups.back().fvKey.push_back(decode(i, key[static_cast<std::size_t>(i)]));
+      }
+    }
+    groupOfRow.push_back(known->second);
+    ++fvGroups[known->second].fEnd;
+  }
+  return groupOfRow;
+}
+
+// Sorts the groups and turns their counts into ranges. The result holds the new place of each group.
+std::vector<std::uint32_t> SplitIndex::SortGroups() {
   std::vector<std::uint32_t> order(fvGroups.size());
   std::iota(order.begin(), order.end(), 0U);
   std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
     return IsLessKey(fvGroups[a].fvKey, fvGroups[b].fvKey);
   });
-  ranks.resize(order.size());
+  std::vector<std::uint32_t> ranks(order.size());
   std::vector<Group> sorted;
   std::uint64_t begin = 0;
   for (std::uint32_t rank = 0; rank < order.size(); ++rank) {
@@ -70,6 +76,7 @@ void SplitIndex::SortGroups(std::vector<std::uint32_t>& ranks) {
     begin = sorted.back().fEnd += begin;
   }
   fvGroups = std::move(sorted);
+  return ranks;
 }
 
 }  // namespace BayesHost

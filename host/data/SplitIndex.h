@@ -25,8 +25,8 @@ class SplitIndex {
 
   // Without split variables: one group, the whole file.
   explicit SplitIndex(std::uint64_t rows);
-  // From a cursor over all rows that hands out the split variables.
-  SplitIndex(CaseCursor& cursor, int variables, const Decoder& decode);
+  // From a cursor that hands out the split variables.
+  SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
 
   const std::vector<Group>& GetGroups() const { return fvGroups; }
   // The row at a position of this order.
@@ -35,7 +35,9 @@ class SplitIndex {
   }
 
  private:
-  void SortGroups(std::vector<std::uint32_t>& ranks);
+  std::vector<std::uint32_t> FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
+                                        const Decoder& decode);
+  std::vector<std::uint32_t> SortGroups();
 
   std::vector<Group> fvGroups;
   std::vector<std::uint32_t> fvOrder;  // empty: the order of the file

@@ -85,13 +85,12 @@ std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText
   }
   store.Finish();
   CaseCursor cursor({{&store, 0}, {&store, 1}}, nullptr);
-  cursor.SetRange(0, rows.size());
   const std::vector<std::string> texts = {"beta", "alpha", "Alpha"};
   const auto decode = [&](int, double value) {
     if (!asText) return OBS(value);
     return OBS(value == M ? std::string() : texts[static_cast<std::size_t>(value)]);
   };
-  const SplitIndex index(cursor, 2, decode);
+  const SplitIndex index(cursor, rows.size(), 2, decode);
   std::string shown;
   for (const SplitIndex::Group& group : index.GetGroups()) {
     for (const OBS& key : group.fvKey) {
