@@ -63,8 +63,7 @@ std::string FillList(const ListPattern& pattern, const Arguments& arguments) {
   const Argument& argument = arguments[pattern.fArgument];
   const std::vector<std::string> single{argument.fText};
   const std::vector<std::string>& texts = argument.fIsList ? argument.fvList : single;
-  const std::size_t size =
-      std::max<std::size_t>({CountPlaces(pattern.fFirst), CountPlaces(pattern.fNext), 1});
+  const auto size = std::max<std::size_t>({CountPlaces(pattern.fFirst), CountPlaces(pattern.fNext), 1});
   std::string filled;
   for (std::size_t i = 0; i < texts.size(); i += size)
     filled += FillItem(i == 0 ? pattern.fFirst : pattern.fNext, &texts[i], std::min(size, texts.size() - i));

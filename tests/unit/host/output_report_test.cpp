@@ -120,9 +120,7 @@ class OutputReport : public testing::Test {
     fpOutput->Add(Chart{"Plots for extra", "bayes", R"({"mark": "line", "width": 300})", "<svg></svg>"});
     heading.Close();
     fpOutput->SetSplit({});
-    Message message{Message::Level::Error,
-                    ShowKey("Host params ^1 and ^2 exclusive, subcom ^3 ...", {"A", "B", "C"}), 4, 3,
-                    "  /C A B"};
+    Message message{Message::Level::Error, ShowKey("^1 = ^2", {"A", "B"}), 4, 3, "  /C A B"};
     fpOutput->AddMessage(message);
     fpOutput->SetSeed(42);
   }
