@@ -30,7 +30,11 @@ def items(report, kind):
     return found
 
 
+def ends_in(labels, ending):
+    return labels[max(0, len(labels) - len(ending)):] == ending
+
+
 def cells(report, title, row, column):
     """Cells of the tables with this title whose row and column labels end in the given texts."""
     return [cell for table in items(report, "table") if table["title"] == title for cell in table["cells"]
-            if cell["row"][-len(row):] == row and cell["column"][-len(column):] == column]
+            if ends_in(cell["row"], row) and ends_in(cell["column"], column)]
