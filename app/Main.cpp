@@ -98,7 +98,8 @@ int RunCommands(const Request& request) {
   std::signal(SIGINT, OnInterrupt);
   Runner runner(request, session);
   const bool ok = runner.Run();
-  if (request.fAction == Action::Run) DeliverReport(request, runner.GetReport());
+  if (request.fAction == Action::Run && runner.HasRun()) DeliverReport(request, runner.GetReport());
+  if (request.fAction == Action::Check && ok) std::cout << "No problem found.\n";
   std::signal(SIGINT, SIG_DFL);
   interruptedSession = nullptr;
   return ok ? kSuccess : kCommandFailed;

@@ -68,6 +68,7 @@ bool Runner::Run() {
                              fSource.fFile.empty() ? "-c" : fSource.fFile);
     return false;
   }
+  fHasRun = true;
   for (const Statement& statement : statements) {
     if (fSession.IsInterrupted()) break;
     ok = RunStatement(statement) && ok;
@@ -138,10 +139,11 @@ void Runner::Execute(const SaveStatement& /*save*/) {
 }
 
 void Runner::Execute(const BayesStatement& command) {
-  const bool hadDrawn = fSession.HasDrawn();
+  const std::uint64_t draws = fSession.CountDraws();
   fModule.Find(command.fName)(nullptr);
-  if (fRequest.fSeed != 0 || fSession.HasDrawn() != hadDrawn)
+  if (fRequest.fSeed != 0 || fSession.CountDraws() != draws) {
     fSession.GetOutput().SetSeed(fSession.GetSeed());
+  }
 }
 
 void Runner::Execute(const BayesHost::Fault& fault) {
@@ -169,16 +171,21 @@ void Runner::OpenData(const std::string& file, const std::filesystem::path& fold
       std::make_shared<DataSet>(BayesHost::DataFile{folder / file, file}, MakeLimits(fSession.GetOptions())));
 }
 
-// The head speaks of the data in force at the end.
+// The head speaks of the data in force at the end, as far as they can be read.
 void Runner::CompleteHead() {
   if (DataSet* data = fSession.GetData(); data != nullptr && fRequest.fAction == Action::Run) {
-    fReport.fHead.fData = BayesHost::DataOrigin{data->GetFileName(),
-                                                data->GetFileBytes(),
-                                                data->CountCases(),
-                                                static_cast<std::uint64_t>(data->CountVariables()),
-                                                {}};
+    BayesHost::DataOrigin origin;
+    origin.fFile = data->GetFileName();
+    origin.fBytes = data->GetFileBytes();
+    origin.fVariables = static_cast<std::uint64_t>(data->CountVariables());
+    try {
+      origin.fCases = data->CountCases();
+      fReport.fHead.fData = origin;
+    } catch (const BayesHost::DataError&) {
+      // The command that needed the data has said so.
+    }
   }
-  if (fRequest.fSeed != 0 || fSession.HasDrawn()) fReport.fHead.fSeed = fSession.GetSeed();
+  if (fRequest.fSeed != 0 || fSession.CountDraws() > 0) fReport.fHead.fSeed = fSession.GetSeed();
 }
 
 void Runner::ShowMessages(const CommandOutput& output) const {

@@ -23,6 +23,8 @@ class Runner {
 
   // Runs everything. False: something failed.
   bool Run();
+  // False when nothing could be run: there is no report then.
+  bool HasRun() const { return fHasRun; }
   const BayesHost::Report& GetReport() const { return fReport; }
 
  private:
@@ -45,6 +47,7 @@ class Runner {
   Module fModule;
   BayesHost::CommandText fSource;
   BayesHost::Report fReport;
+  bool fHasRun = false;
 };
 
 }  // namespace BayesApp

@@ -19,10 +19,19 @@ void AddFileNote(const char* label, const std::string& name) {
 
 }  // namespace
 
-// Tables appear in this order: Bayes factors before posterior distributions.
+// Tables appear in this order: group statistics, Bayes factors, posterior distributions.
 const BYSOutput::Step BYSOutput::kSteps[] = {
-    {BSNConst::OneSample, BSNConst::Normal, false, &BYSOutput::DisplayTTestOutput},
-    {BSNConst::OneSample, BSNConst::Normal, true, &BYSOutput::DisplayPostDistribution},
+    {BSNConst::OneSample, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayTTestOutput},
+    {BSNConst::OneSample, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPostDistribution},
+    {BSNConst::OneSample, BSNConst::Binomial, When::BayesFactor, &BYSOutput::DisplayBFBinomial},
+    {BSNConst::OneSample, BSNConst::Binomial, When::Posterior, &BYSOutput::DisplayPostDistrBinomial},
+    {BSNConst::OneSample, BSNConst::Poisson, When::BayesFactor, &BYSOutput::DisplayBFPoisson},
+    {BSNConst::OneSample, BSNConst::Poisson, When::Posterior, &BYSOutput::DisplayPostDistrPoisson},
+    {BSNConst::Related, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayRelatedTTestOutput},
+    {BSNConst::Related, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayRelatedPostDistribution},
+    {BSNConst::Independent, BSNConst::Normal, When::Always, &BYSOutput::DisplayGroupIndep},
+    {BSNConst::Independent, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplatyBFIndep},
+    {BSNConst::Independent, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPostDistrIndep},
 };
 
 BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, const BYSValidSpecs* specs,
@@ -56,10 +65,10 @@ void BYSOutput::DisplayOutput() {
   fpCompSettings = fFactory.GetBSNSettings();
   fpOutputStats = fFactory.GetOutputStats();
   const BSNConst::AnalysTypes analysis = fpCompSettings->GetAnalysType();
+  const bool wanted[] = {true, analysis == BSNConst::BayesFactor || analysis == BSNConst::Both,
+                         analysis == BSNConst::Posterior || analysis == BSNConst::Both};
   for (const Step& step : kSteps) {
-    const bool wanted = analysis == BSNConst::Both ||
-                        analysis == (step.posterior ? BSNConst::Posterior : BSNConst::BayesFactor);
-    if (wanted && step.model == fpCompSettings->GetModelType() &&
+    if (wanted[static_cast<int>(step.when)] && step.model == fpCompSettings->GetModelType() &&
         step.distribution == fpCompSettings->GetTestDistType()) {
       (this->*step.display)();
     }

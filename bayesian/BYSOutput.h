@@ -1,6 +1,8 @@
 // Turns the results of a split into tables, and the run into notes.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,23 +31,33 @@ class BYSOutput {
   void DisplayOutput();
 
  private:
-  // One column of a table: its group ("" for none; the credible interval has a group of its own), its label,
-  // the format of a cell and the values, one for each row.
-  enum class Group { None, Posterior, Interval };
+  // One row of a table: its label, and the variables whose print formats its numbers follow.
+  struct Row {
+    BpCellText label;
+    std::vector<const ZARQ_Variable*> variables;
+  };
+
+  // One column of a table: its group ("Posterior", the credible interval), its label, the format of a cell
+  // and the values, one for each row.
+  enum class Group { None, Posterior, Interval, Observed, Counts };
   enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance };
   struct Column {
     Group group;
     const char* label;
     Format format;
     const std::vector<double>* values;
-    const char* note = "";  // a footnote of the column's label
+    // Keys of footnotes on the column's label.
+    std::vector<const char*> notes = {};
+    // Key of the footnote that a cell bears, "" for none; asked for each row.
+    std::function<const char*(std::size_t row)> cellNote = {};
   };
 
-  // A table function and the results it belongs to.
+  // A table function, the results it shows and the analyses that show it.
+  enum class When { Always, BayesFactor, Posterior };
   struct Step {
     BSNConst::ModelTypes model;
     BSNConst::DistTypes distribution;
-    bool posterior;  // shown with posterior results, else with Bayes factors
+    When when;
     void (BYSOutput::*display)();
   };
   static const Step kSteps[];
@@ -53,14 +65,44 @@ class BYSOutput {
   // BYSOutputOneSample.cpp
   void DisplayTTestOutput();
   void DisplayPostDistribution();
+  void DisplayBFBinomial();
+  void DisplayPostDistrBinomial();
+  void DisplayBFPoisson();
+  void DisplayPostDistrPoisson();
+  void AddSuccessCategory(BpDimension& statistics, int slot) const;
+  void AddPriorNote(BpPivotTable& table, const char* key, const char* defaultKey) const;
+
+  // BYSOutputTwoSample.cpp
+  void DisplayRelatedTTestOutput();
+  void DisplayRelatedPostDistribution();
+  void DisplayGroupIndep();
+  void DisplatyBFIndep();
+  void DisplayPostDistrIndep();
+  std::vector<Row> MakePairRows(const std::vector<int>& first, const std::vector<int>& second) const;
+  BpComposite GetGroupLabel(int group) const;
 
   // BYSOutputParts.cpp: what the tables of sample tests have in common.
   BpPivotTable OpenTable(const char* title);
-  void FillTable(BpPivotTable& table, const std::vector<int>& slots, const std::vector<Column>& columns);
-  BpFormatSpec GetFormat(Format format, const ZARQ_Variable& variable) const;
+  BpDimension AddDimension(BpPivotTable& table, const BpCellText& label, BpDimension::Place place,
+                           int index = 1) const;
+  const ZARQ_Variable& GetSlotVariable(int slot) const;
+  std::vector<Row> MakeVariableRows(const std::vector<int>& slots) const;
+  void FillTable(BpPivotTable& table, const char* rowLabel, const std::vector<Row>& rows,
+                 const std::vector<Column>& columns) const;
+  void FillCells(BpDimension& statistics, const Row& row, std::size_t index,
+                 const std::vector<Column>& columns) const;
   BpCategory AddColumn(BpDimension& statistics, const Column& column) const;
+  static BpFormatSpec GetFormat(Format format, const std::vector<const ZARQ_Variable*>& variables);
+  BpAnnotation MakeNote(const char* key) const;
+  std::vector<const char*> GetBayesFactorNotes() const;
   BpComposite GetIntervalLabel() const;
-  void AddSeedNote(BpCategory& category) const;
+  static std::vector<Column> GetPosteriorColumns(Format location, Format variance, const char* varianceLabel,
+                                                 const std::vector<double>& modes,
+                                                 const std::vector<double>& means,
+                                                 const std::vector<double>& variances,
+                                                 const std::vector<double>& lower,
+                                                 const std::vector<double>& upper);
+  BpComposite GetPriorText(const char* key) const;
   BpComposite GetPriorCaption() const;
   template <class Stats>
   const Stats& GetStats() const;

@@ -6,6 +6,8 @@ namespace {
 // Categories stand in the order of their creation.
 constexpr int kAsCreated = 2;
 
+constexpr const char* kSeedNote = "Bayes Factor and MCA ^1...";
+
 // Names of distributions by their code: of a variance or precision, and of a mean.
 constexpr const char* kPriorDistNames[] = {
     "Normal",        "Binomial",   "Poisson",    "Chi-Square", "Inverse Chi-Square", "Gamma",
@@ -20,55 +22,107 @@ BpPivotTable BYSOutput::OpenTable(const char* title) {
   return fpProcedure->PivotTable(BpString(title, true), BpString(title, true), true);
 }
 
-// Rows are the test variables behind the slots, columns as given.
-void BYSOutput::FillTable(BpPivotTable& table, const std::vector<int>& slots,
-                          const std::vector<Column>& columns) {
-  BpDimension variables = table.Dimension(BpString("Variables", true), kAsCreated);
-  variables.Position(BpDimension::kRows, 1, true, true);
-  BpDimension statistics = table.Dimension(BpString("Statistics", true), kAsCreated);
-  statistics.Position(BpDimension::kColumns, 1, true, true);
-  for (std::size_t row = 0; row < slots.size(); ++row) {
-    const ZARQ_Variable& variable = fDataSource.GetVariable(fSpecs.GetZARQVarIndex(slots[row]));
-    variables.Category(BpVariable(variable, BpVariable::kLabelElseName));
-    for (const Column& column : columns) {
-      BpCategory category = AddColumn(statistics, column);
-      category.Cell(BpNumber((*column.values)[row], GetFormat(column.format, variable)));
-      if (row > 0 || *column.note == '\0') continue;
-      BpComposite note(column.note, true);
-      note.Finish();
-      category.Note(BpAnnotation(note));
-      AddSeedNote(category);
-    }
+BpDimension BYSOutput::AddDimension(BpPivotTable& table, const BpCellText& label, BpDimension::Place place,
+                                    int index) const {
+  BpDimension dimension = table.Dimension(label, kAsCreated);
+  dimension.Position(place, index, true, true);
+  return dimension;
+}
+
+const ZARQ_Variable& BYSOutput::GetSlotVariable(int slot) const {
+  return fDataSource.GetVariable(fSpecs.GetZARQVarIndex(slot));
+}
+
+std::vector<BYSOutput::Row> BYSOutput::MakeVariableRows(const std::vector<int>& slots) const {
+  std::vector<Row> rows;
+  for (int slot : slots) {
+    const ZARQ_Variable& variable = GetSlotVariable(slot);
+    rows.push_back({BpVariable(variable, BpVariable::kLabelElseName), {&variable}});
+  }
+  return rows;
+}
+
+void BYSOutput::FillTable(BpPivotTable& table, const char* rowLabel, const std::vector<Row>& rows,
+                          const std::vector<Column>& columns) const {
+  BpDimension rowDimension = AddDimension(table, BpString(rowLabel, true), BpDimension::kRows);
+  BpDimension statistics = AddDimension(table, BpString("Statistics", true), BpDimension::kColumns);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    rowDimension.Category(rows[i].label);
+    FillCells(statistics, rows[i], i, columns);
+  }
+}
+
+void BYSOutput::FillCells(BpDimension& statistics, const Row& row, std::size_t index,
+                          const std::vector<Column>& columns) const {
+  for (const Column& column : columns) {
+    BpCategory category = AddColumn(statistics, column);
+    category.Cell(BpNumber((*column.values)[index], GetFormat(column.format, row.variables)));
+    if (column.cellNote && *column.cellNote(index) != '\0')
+      category.CellNote(MakeNote(column.cellNote(index)));
+    if (index > 0) continue;
+    for (const char* note : column.notes) category.Note(MakeNote(note));
   }
 }
 
 BpCategory BYSOutput::AddColumn(BpDimension& statistics, const Column& column) const {
+  const auto group = [&](const BpCellText& text) { return statistics.Group(text, true, kAsCreated); };
   const BpString label(column.label, true);
   switch (column.group) {
     case Group::Posterior:
-      return statistics.Group(BpString("Posterior", true), true, kAsCreated).Category(label);
+      return group(BpString("Posterior", true)).Category(label);
+    case Group::Observed:
+      return group(BpString("Observed", true)).Category(label);
+    case Group::Counts:
+      return group(BpString("counts", true)).Category(label);
     case Group::Interval:
-      return statistics.Group(GetIntervalLabel(), true, kAsCreated).Category(label);
+      return group(GetIntervalLabel()).Category(label);
     default:
       return statistics.Category(label);
   }
 }
 
-BpFormatSpec BYSOutput::GetFormat(Format format, const ZARQ_Variable& variable) const {
+BpFormatSpec BYSOutput::GetFormat(Format format, const std::vector<const ZARQ_Variable*>& variables) {
   switch (format) {
     case Format::Count:
       return BpProcedure::Count();
     case Format::Mean:
-      return BpProcedure::Mean({&variable});
+      return BpProcedure::Mean(variables);
     case Format::StdDev:
-      return BpProcedure::StdDev({&variable});
+      return BpProcedure::StdDev(variables);
     case Format::VarSquared:
-      return BpProcedure::VarSquared({&variable});
+      return BpProcedure::VarSquared(variables);
     case Format::Significance:
       return BpProcedure::Significance();
     default:
       return BpProcedure::GeneralStat();
   }
+}
+
+// A Monte Carlo result can be repeated with its seed.
+BpAnnotation BYSOutput::MakeNote(const char* key) const {
+  BpComposite note(key, true);
+  if (key == std::string(kSeedNote)) {
+    note.Add(BpNumber(static_cast<double>(fpCompSettings->GetRandomSeed()), BpProcedure::Count()));
+  }
+  note.Finish();
+  return BpAnnotation(note);
+}
+
+// Notes of a Bayes factor column of a test of normal means.
+std::vector<const char*> BYSOutput::GetBayesFactorNotes() const {
+  if (fpCompSettings->GetMethodType() == BSNConst::MCA) return {"Bayes Factor: Null...", kSeedNote};
+  return {"Bayes Factor: Null..."};
+}
+
+std::vector<BYSOutput::Column> BYSOutput::GetPosteriorColumns(
+    Format location, Format variance, const char* varianceLabel, const std::vector<double>& modes,
+    const std::vector<double>& means, const std::vector<double>& variances, const std::vector<double>& lower,
+    const std::vector<double>& upper) {
+  return {{Group::Posterior, "Mode", location, &modes},
+          {Group::Posterior, "Mean", location, &means},
+          {Group::Posterior, varianceLabel, variance, &variances},
+          {Group::Interval, "Lower Bound", location, &lower},
+          {Group::Interval, "Upper Bound", location, &upper}};
 }
 
 BpComposite BYSOutput::GetIntervalLabel() const {
@@ -78,21 +132,17 @@ BpComposite BYSOutput::GetIntervalLabel() const {
   return label;
 }
 
-// A Monte Carlo result can be repeated with its seed.
-void BYSOutput::AddSeedNote(BpCategory& category) const {
-  if (fpCompSettings->GetMethodType() != BSNConst::MCA) return;
-  BpComposite note("Bayes Factor and MCA ^1...", true);
-  note.Add(BpNumber(static_cast<double>(fpCompSettings->GetRandomSeed()), BpProcedure::Count()));
-  note.Finish();
-  category.Note(BpAnnotation(note));
+// Names the priors of the variance (or precision) and of the mean.
+BpComposite BYSOutput::GetPriorText(const char* key) const {
+  BpComposite text(key, true);
+  text.Add(BpString(kPriorDistNames[fpCompSettings->GetPriorDistType()], true));
+  text.Add(BpString(kMeanDistNames[fpCompSettings->GetMeanDistType()], true));
+  text.Finish();
+  return text;
 }
 
 BpComposite BYSOutput::GetPriorCaption() const {
   const BSNConst::DistTypes prior = fpCompSettings->GetPriorDistType();
   const bool onPrecision = prior == BSNConst::ChiSquare || prior == BSNConst::Gamma;
-  BpComposite caption(onPrecision ? "^1 Prior on Precision ^2..." : "^1 Prior on Variance ^2...", true);
-  caption.Add(BpString(kPriorDistNames[prior], true));
-  caption.Add(BpString(kMeanDistNames[fpCompSettings->GetMeanDistType()], true));
-  caption.Finish();
-  return caption;
+  return GetPriorText(onPrecision ? "^1 Prior on Precision ^2..." : "^1 Prior on Variance ^2...");
 }

@@ -43,6 +43,7 @@ BYSParser::BYSParser(ZARQ_TokenSequence& tokens, BYSValidSpecs& specs, const Pro
       fSplitVars("SPLIT FILE", false),
       fWeightVar("WEIGHT", true),
       fInferenceVars("INFERENCE", "VARIABLES", false, fDescriptor),
+      fGroupVar("INFERENCE", "GROUP", false, fDescriptor),
       fMissing(MCCommon_850::MCMV::Missing()) {
   fMessage.SetCommandName(commandName);
   fMessage.SetProcedureTitle(procTitle);
@@ -60,7 +61,7 @@ bool BYSParser::ProcessCommandSpec(const CommandSpec& spec) {
     fMessage.NoSubCom();
     return false;
   }
-  if (fModelType != BSNConst::OneSample) {
+  if (!IsModel(BSNConst::OneSample) && !IsModel(BSNConst::Related) && !IsModel(BSNConst::Independent)) {
     fMessage.GenericError("Command ^1 not available yet ...", fDescriptor.GetCommandName());
     return false;
   }
@@ -74,8 +75,9 @@ bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
   return ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
          ReadOne(spec, "CRITERIA", &BYSParser::ProcessCriteriaSubCom) &&
          ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) && CheckPriorGiven(spec) &&
-         ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) && CompleteTestValues() &&
-         ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom);
+         ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) &&
+         ReadEach(spec, "PAIR", &BYSParser::ProcessPairSubCom) && CompletePairs(spec) &&
+         CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom);
 }
 
 bool BYSParser::ReadOne(const CommandSpec& spec, const char* name, Reader reader) {
@@ -129,8 +131,7 @@ void BYSParser::ProcessExternVars() {
   }
 }
 
-// A posterior of a proportion or a rate needs a prior that somebody chose. Sizes the tests' values too, now
-// that the tests are known.
+// A posterior of a proportion or a rate needs a prior that somebody chose.
 bool BYSParser::CheckPriorGiven(const CommandSpec& spec) {
   if (!IsModel(BSNConst::OneSample)) return true;
   if (fSettings.GetTestDistType() != BSNConst::Normal && fSettings.GetAnalysType() != BSNConst::BayesFactor &&
@@ -138,24 +139,30 @@ bool BYSParser::CheckPriorGiven(const CommandSpec& spec) {
     fMessage.GenericError("Bayesian or Poisson need subcommand ^1 ...", "PRIOR");
     return false;
   }
-  const std::vector<double> notGiven(static_cast<std::size_t>(fInferenceVars.GetNValidVars()), fMissing);
-  fTests = {notGiven, notGiven, notGiven, notGiven, notGiven, notGiven, notGiven};
+  SizeTestValues();
   return true;
 }
 
-// Hands the tests' values to the settings, once all DATA subcommands are read.
+void BYSParser::SizeTestValues() {
+  const std::vector<double> notGiven(static_cast<std::size_t>(fInferenceVars.GetNValidVars()), fMissing);
+  fTests = {notGiven, notGiven, notGiven, notGiven, notGiven, notGiven, notGiven};
+}
+
+// Hands the tests' values to the settings, once all DATA or PAIR subcommands are read.
 bool BYSParser::CompleteTestValues() {
-  const bool counts = fSettings.GetTestDistType() != BSNConst::Normal;
+  const bool counts = IsModel(BSNConst::OneSample) && fSettings.GetTestDistType() != BSNConst::Normal;
   if (counts) {
     if (fTests.fvNullPrior1s.empty()) return false;
     std::replace(fTests.fvNullPrior1s.begin(), fTests.fvNullPrior1s.end(), fMissing, kDefaultNullPrior);
     std::replace(fTests.fvNullPrior2s.begin(), fTests.fvNullPrior2s.end(), fMissing, kDefaultNullPrior);
   }
-  fSettings.SetDataVarVals(fTests.fvDataVars);
-  fSettings.SetNullValues(fTests.fvNullValues);
-  fSettings.SetNullPrior1s(fTests.fvNullPrior1s);
-  fSettings.SetNullPrior2s(fTests.fvNullPrior2s);
-  fSettings.SetAlterGValues(fTests.fvAlterGValues);
+  if (IsModel(BSNConst::OneSample) || IsModel(BSNConst::Related)) {
+    fSettings.SetDataVarVals(fTests.fvDataVars);
+    fSettings.SetNullValues(fTests.fvNullValues);
+    fSettings.SetNullPrior1s(fTests.fvNullPrior1s);
+    fSettings.SetNullPrior2s(fTests.fvNullPrior2s);
+    fSettings.SetAlterGValues(fTests.fvAlterGValues);
+  }
   if (counts && fSettings.GetAnalysType() != BSNConst::Posterior &&
       (Contains(fTests.fvAlterPrior1s, fMissing) || Contains(fTests.fvAlterPrior2s, fMissing))) {
     fMessage.GenericError("Param ^1, subcom ^2, need all Alter Prior ...", "ALTERPRIORPARAM", "DATA");

@@ -59,6 +59,7 @@ class BYSParser {
   void InitSettings();
   void ProcessExternVars();
   bool CheckPriorGiven(const CommandSpec& spec);
+  void SizeTestValues();
   bool CompleteTestValues();
   bool ProcessMissingSubCom(const SubComObj& subcommand);
   bool ProcessCriteriaSubCom(const SubComObj& subcommand);
@@ -66,6 +67,17 @@ class BYSParser {
   // BYSParserInference.cpp
   bool ProcessInferenceSubCom(const SubComObj& subcommand);
   bool ReadTestVariables(const ParamObj& param, const std::string& subcommand);
+  bool ReadGroup(const SubComObj& subcommand);
+  bool ReadSelect(const SubComObj& subcommand, int group);
+  bool ReadGroupLevels(const Tokens& values, int group, BinInfoElem& elem) const;
+  bool ReadDataVar(const SubComObj& subcommand);
+  bool ProcessPairSubCom(const SubComObj& subcommand);
+  bool CompletePairs(const CommandSpec& spec);
+
+  // BYSParserEstBF.cpp
+  bool ProcessEstBFSubCom(const SubComObj& subcommand);
+  bool ReadComputation(const SubComObj& subcommand);
+  bool ReadGonen(const Tokens& values, const std::string& subcommand);
 
   // BYSParserData.cpp
   bool ProcessDataSubCom(const SubComObj& subcommand);
@@ -73,7 +85,7 @@ class BYSParser {
   bool ReadDataPair(const SubComObj& subcommand, const char* name, PriorParams& values);
   bool CheckNullValue(double value, const std::string& subcommand) const;
   bool ReadSuccess(const SubComObj& subcommand, int variable, BinInfoElem& elem);
-  bool AddValues(const Tokens& values, int variable, BinInfoElem& elem) const;
+  bool AddValues(const VarSpecObj& variables, const Tokens& values, int variable, BinInfoElem& elem) const;
   void WarnWithoutEffect(const SubComObj& subcommand) const;
 
   // BYSParserPrior.cpp
@@ -84,11 +96,16 @@ class BYSParser {
   bool ReadPrecDist(const SubComObj& subcommand);
   bool ReadMeanDist(const SubComObj& subcommand);
   bool ReadMeanNormal(const Tokens& values);
+  bool ReadMeanNormals(const Tokens& values);
   void SetPriorDist(BSNConst::DistTypes type, PriorParams params);
   void SetMeanDist(BSNConst::DistTypes type, const std::vector<double>& params);
   bool HasKnownVariances() const;
 
   // BYSParserMessages.cpp: messages that several readers give, and conversions of tokens.
+  void ParamNeed4NumVals(const std::string& parameter, const std::string& subcommand) const;
+  void ParamNeed2VarNames(const std::string& parameter, const std::string& subcommand) const;
+  void ParamNeed2DistVals(const std::string& parameter, const std::string& subcommand) const;
+  void ParamNeed2Vals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2NumVals(const std::string& parameter, const std::string& subcommand) const;
   bool RequirePositive(double value, const std::string& parameter, const std::string& subcommand) const;
   bool ReadTwoNumbers(const Tokens& values, const std::string& parameter, const std::string& subcommand,
@@ -108,6 +125,10 @@ class BYSParser {
   VarSpecObj fSplitVars;
   VarSpecObj fWeightVar;
   VarSpecObj fInferenceVars;
+  VarSpecObj fGroupVar;
+  // One entry for each pair, without repeats.
+  std::vector<int> fvPairFirsts;
+  std::vector<int> fvPairSeconds;
   TestValues fTests;
   // The qualifier of VARDIST or PRECDIST, for messages about it; empty when neither was given.
   std::string fPriorDistQualifier;

@@ -118,13 +118,14 @@ bool BYSParser::ReadSuccess(const SubComObj& subcommand, int variable, BinInfoEl
                           subcommand.getName());
     return false;
   }
-  return AddValues(values, variable, elem);
+  return AddValues(fInferenceVars, values, variable, elem);
 }
 
 // Takes each value into the element's three lists, as a number, as text and as a value of the variable.
-bool BYSParser::AddValues(const Tokens& values, int variable, BinInfoElem& elem) const {
+bool BYSParser::AddValues(const VarSpecObj& variables, const Tokens& values, int variable,
+                          BinInfoElem& elem) const {
   for (const ZARQ_Token& token : values) {
-    const OBS* value = fInferenceVars.ValidateCatValue(variable, token);
+    const OBS* value = variables.ValidateCatValue(variable, token);
     if (value == nullptr) return false;
     elem._numValues.push_back(token.IsNumber() ? token.GetNumber() : fMissing);
     elem._strValues.push_back(token.GetText());

@@ -3,6 +3,22 @@
 
 #include "bayesian/BYSParser.h"
 
+void BYSParser::ParamNeed4NumVals(const std::string& parameter, const std::string& subcommand) const {
+  fMessage.GenericError("Param ^1, subcom ^2, four numeric values ...", parameter, subcommand);
+}
+
+void BYSParser::ParamNeed2VarNames(const std::string& parameter, const std::string& subcommand) const {
+  fMessage.GenericError("Param ^1, subcom ^2, two variable names ...", parameter, subcommand);
+}
+
+void BYSParser::ParamNeed2DistVals(const std::string& parameter, const std::string& subcommand) const {
+  fMessage.GenericError("Param ^1, subcom ^2, two distinct values ...", parameter, subcommand);
+}
+
+void BYSParser::ParamNeed2Vals(const std::string& parameter, const std::string& subcommand) const {
+  fMessage.GenericError("Param ^1, subcom ^2, two values ...", parameter, subcommand);
+}
+
 void BYSParser::ParamNeed2NumVals(const std::string& parameter, const std::string& subcommand) const {
   fMessage.GenericError("Param ^1, subcom ^2, two numeric values ...", parameter, subcommand);
 }

@@ -140,7 +140,8 @@ bool BYSParser::ReadMeanDist(const SubComObj& subcommand) {
   std::string keyword;
   Tokens values;
   if (param == nullptr || !param->getStringAndQual(keyword, values)) return true;
-  if (keyword == "NORMAL") return ReadMeanNormal(values);
+  if (keyword == "NORMAL")
+    return IsModel(BSNConst::Independent) ? ReadMeanNormals(values) : ReadMeanNormal(values);
 
   SetMeanDist(BSNConst::Diffuse, {});
   const char* informative = InformativeParameter(fSettings.GetPriorDistType());
@@ -177,6 +178,28 @@ bool BYSParser::ReadMeanNormal(const Tokens& values) {
                             kPrior);
     SetMeanDist(BSNConst::Diffuse, {});
     return true;
+  }
+  SetMeanDist(BSNConst::Normal, params);
+  return true;
+}
+
+// MEANDIST=NORMAL(location 1, location 2, variance 1, variance 2) of two groups, whose variances must be
+// known.
+bool BYSParser::ReadMeanNormals(const Tokens& values) {
+  constexpr std::size_t kNValues = 4;
+  std::vector<double> params;
+  for (const ZARQ_Token& token : values) params.push_back(token.GetNumber());
+  if (!params.empty() && params.size() != kNValues) {
+    ParamNeed4NumVals("MEANDIST NORMAL", kPrior);
+    return false;
+  }
+  if (!params.empty() && (!RequirePositive(params[2], "MEANDIST NORMAL 3", kPrior) ||
+                          !RequirePositive(params[3], "MEANDIST NORMAL 4", kPrior))) {
+    return false;
+  }
+  if (!params.empty() && fSettings.GetDataVarVals().size() != 2) {
+    fMessage.GenericError("Indep Miss Variance ...");
+    return false;
   }
   SetMeanDist(BSNConst::Normal, params);
   return true;

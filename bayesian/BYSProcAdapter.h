@@ -56,6 +56,11 @@ class BYSProcAdapter : public ACAInputAdapter {
   // maximum} for code 1, {minimum, cut} for code 0. False: the slot is no recoded variable.
   bool DecodeBinRecValue(int componentVar, int encValue, bool& isString, std::vector<const OBS*>& obs,
                          std::vector<double>& values, std::vector<std::string>& strValues) const;
+  // Whether the current split has a value of a recoded variable at all, so that there is something to decode.
+  bool HasBinValues(int componentVar) const;
+  // Whether any value that counts as success of a binomial test variable occurs in the current split. True
+  // for ranges.
+  bool HasObservedSuccess(int componentVar) const;
 
  private:
   using BinInfoElem = BYSValidSpecs::BinInfoElem;
@@ -68,6 +73,7 @@ class BYSProcAdapter : public ACAInputAdapter {
   void RecodeBinomial(double* record) const;
   void ScreenCounts(double* record);
   bool RecodeGroup(double* record) const;
+  std::size_t FindTest(int componentVar) const;
   bool HasUsableWeight(const double* record);
 
   // CompleteSplit, by analysis (BYSProcAdapterSplit.cpp).

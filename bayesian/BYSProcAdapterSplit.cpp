@@ -145,6 +145,25 @@ void BYSProcAdapter::ReportGroupValue(const OBS& value) const {
   }
 }
 
+// Position among the test variables, their number when the slot is none of theirs.
+std::size_t BYSProcAdapter::FindTest(int componentVar) const {
+  return static_cast<std::size_t>(std::find(fvTestSlots.begin(), fvTestSlots.end(), componentVar) -
+                                  fvTestSlots.begin());
+}
+
+bool BYSProcAdapter::HasBinValues(int componentVar) const {
+  const bool isGroup = componentVar >= 0 && componentVar == fGroupSlot;
+  const std::size_t test = isGroup ? 0 : FindTest(componentVar);
+  const BinInfoElem& elem = isGroup ? fSpecs.GetGroupInfoElem() : fSpecs.GetBinInfoElems()[test];
+  const int slot = isGroup ? fGroupSourceSlot : fvBinSlots[test];
+  return elem.IsRange() ? GetRecordVarMin(slot) != fMissing : GetRecordCatVarSize(slot) > 0;
+}
+
+bool BYSProcAdapter::HasObservedSuccess(int componentVar) const {
+  const std::size_t test = FindTest(componentVar);
+  return fSpecs.GetBinInfoElems()[test].IsRange() || !fpSplitProcData->fvSuccessCats[test].empty();
+}
+
 bool BYSProcAdapter::DecodeBinRecValue(int componentVar, int encValue, bool& isString,
                                        std::vector<const OBS*>& obs, std::vector<double>& values,
                                        std::vector<std::string>& strValues) const {
@@ -154,8 +173,7 @@ bool BYSProcAdapter::DecodeBinRecValue(int componentVar, int encValue, bool& isS
   values.clear();
   strValues.clear();
   const bool isGroup = componentVar >= 0 && componentVar == fGroupSlot;
-  const auto test = static_cast<std::size_t>(std::find(fvTestSlots.begin(), fvTestSlots.end(), componentVar) -
-                                             fvTestSlots.begin());
+  const std::size_t test = FindTest(componentVar);
   if (!isGroup && (test == fvTestSlots.size() || fTestDistType != BSNConst::Binomial)) return false;
 
   const BinInfoElem& elem = isGroup ? fSpecs.GetGroupInfoElem() : fSpecs.GetBinInfoElems()[test];

@@ -55,7 +55,7 @@ Session::Use::~Use() {
 
 // 53 random bits, the same on every platform (unlike the library's distributions).
 double Session::DrawUniform() {
-  fHasDrawn = true;
+  ++fDraws;
   return static_cast<double>(fSeedSource() >> 11U) * 0x1p-53;
 }
 

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <random>
 #include <string>
@@ -95,8 +96,8 @@ class BAYES_PLATFORM Session {
   unsigned long GetSeed() const { return fSeed; }
   // Uniform on [0, 1), from one stream for the whole run.
   double DrawUniform();
-  // True once something was drawn: the results depend on the seed.
-  bool HasDrawn() const { return fHasDrawn; }
+  // Draws so far: what was computed between two equal counts doesn't depend on the seed.
+  std::uint64_t CountDraws() const { return fDraws; }
 
   // Ends the procedure at its next question; set by host services whose error leaves nothing to go on with.
   void SetFatal() { fFatal = true; }
@@ -123,7 +124,7 @@ class BAYES_PLATFORM Session {
   unsigned long fSeed;
   std::mt19937_64 fSeedSource;
   std::vector<std::string> fvStoredErrors;
-  bool fHasDrawn = false;
+  std::uint64_t fDraws = 0;
   bool fFatal = false;
   std::atomic<bool> fInterrupted{false};
 };
