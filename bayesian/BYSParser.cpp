@@ -74,7 +74,8 @@ bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
   ProcessExternVars();
   return ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
          ReadOne(spec, "CRITERIA", &BYSParser::ProcessCriteriaSubCom) &&
-         ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) && CheckPriorGiven(spec) &&
+         ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) &&
+         ReadOne(spec, "ESTBF", &BYSParser::ProcessEstBFSubCom) && CheckPriorGiven(spec) &&
          ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) &&
          ReadEach(spec, "PAIR", &BYSParser::ProcessPairSubCom) && CompletePairs(spec) &&
          CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom);

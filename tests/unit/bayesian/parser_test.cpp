@@ -84,23 +84,24 @@ std::string Show(const std::vector<double>& values) {
 std::string Show(const std::vector<int>& values) {
   return Show(std::vector<double>(values.begin(), values.end()));
 }
-std::string Show(double value) {
-  return Show(std::vector<double>{value});
+template <class... Numbers>
+std::string ShowEach(Numbers... numbers) {
+  return Show(std::vector<double>{static_cast<double>(numbers)...});
 }
 
 TEST(Parser, ChoicesReachTheSettings) {
   const char* const normal = "/INFERENCE DISTRIBUTION=NORMAL VARIABLES=x y";
   const auto with = [](const char* head, const char* tail) { return std::string(head) + " " + tail; };
-  const auto seed = [](const BSNSettings& s) { return Show(static_cast<double>(s.GetRandomSeed())); };
+  const auto seed = [](const BSNSettings& s) { return ShowEach(s.GetRandomSeed()); };
   const auto prior = [](const BSNSettings& s) {
-    return Show({static_cast<double>(s.GetPriorDistType()), s.GetPriorDistParam1(), s.GetPriorDistParam2()});
+    return ShowEach(s.GetPriorDistType(), s.GetPriorDistParam1(), s.GetPriorDistParam2());
   };
   const auto mean = [](const BSNSettings& s) {
-    return Show({static_cast<double>(s.GetMeanDistType()), s.GetMeanDistParam1(), s.GetMeanDistParam2(),
-                 s.GetMeanDistParam3(), s.GetMeanDistParam4()});
+    return ShowEach(s.GetMeanDistType(), s.GetMeanDistParam1(), s.GetMeanDistParam2(), s.GetMeanDistParam3(),
+                    s.GetMeanDistParam4());
   };
   const auto computation = [](const BSNSettings& s) {
-    return Show({static_cast<double>(s.GetRegrCompType()), s.GetRegrComPar(), s.GetSecondGonenPar()});
+    return ShowEach(s.GetRegrCompType(), s.GetRegrComPar(), s.GetSecondGonenPar());
   };
   const char* const groups = "/INFERENCE VARIABLES=x GROUP=y SELECT=LEVEL(2 3)";
   const struct {
@@ -112,7 +113,7 @@ TEST(Parser, ChoicesReachTheSettings) {
       // Defaults that come from the command, not from the record.
       {kOne, normal,
        [](const BSNSettings& s) {
-         return Show({s.GetTolValue(), 1.0 * s.GetMaxIterations(), 1.0 * s.GetMCSamples(), s.GetCILevel()});
+         return ShowEach(s.GetTolValue(), s.GetMaxIterations(), s.GetMCSamples(), s.GetCILevel());
        },
        "1e-06 2000 10000 95 "},
       {kOne, normal, [](const BSNSettings& s) { return Show(s.GetCovariates()); }, "0 1 "},
@@ -120,12 +121,9 @@ TEST(Parser, ChoicesReachTheSettings) {
       {kOne, with("/CRITERIA SEED=RANDOM", normal), seed, "0 "},
       {kOne, with("/CRITERIA SEED=17", normal), seed, "17 "},
       {kOne, with("/MISSING SCOPE=LISTWISE", normal),
-       [](const BSNSettings& s) { return Show(1.0 * s.GetMissScope()); }, "1 "},
+       [](const BSNSettings& s) { return ShowEach(s.GetMissScope()); }, "1 "},
       {kOne, with("/CRITERIA METHOD=MCA CILEVEL=0", normal),
-       [](const BSNSettings& s) {
-         return Show({1.0 * s.GetMethodType(), s.GetCILevel()});
-       },
-       "1 0 "},
+       [](const BSNSettings& s) { return ShowEach(s.GetMethodType(), s.GetCILevel()); }, "1 0 "},
       // DATA.
       {kOne, with(normal, "/DATA VARIABLES=y VARIANCE=4 ALTERGVALUE=2"),
        [](const BSNSettings& s) { return Show(s.GetDataVarVals()) + "| " + Show(s.GetAlterGValues()); },
@@ -156,12 +154,12 @@ TEST(Parser, ChoicesReachTheSettings) {
        "6 M M "},
       {kOne, "/INFERENCE DISTRIBUTION=BINOMIAL VARIABLES=x /PRIOR TYPE=CONJUGATE(0 0)",
        [](const BSNSettings& s) {
-         return Show({1.0 * s.GetPriorType(), s.GetPriorParam1(), s.GetPriorParam2()});
+         return ShowEach(s.GetPriorType(), s.GetPriorParam1(), s.GetPriorParam2());
        },
        "0 0 0 "},
       {kOne, "/INFERENCE DISTRIBUTION=POISSON VARIABLES=x /PRIOR TYPE=CONJUGATE(1 0)",
        [](const BSNSettings& s) {
-         return Show({1.0 * s.GetPriorType(), s.GetPriorParam1(), s.GetPriorParam2()});
+         return ShowEach(s.GetPriorType(), s.GetPriorParam1(), s.GetPriorParam2());
        },
        "0 1 0 "},
       // PAIR.
