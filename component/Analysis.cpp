@@ -15,6 +15,7 @@ constexpr AnalysisKind kKinds[] = {
     {BSNConst::OneSample, BSNConst::Binomial, MakeOneSampleBinomial},
     {BSNConst::OneSample, BSNConst::Poisson, MakeOneSamplePoisson},
     {BSNConst::Related, BSNConst::Normal, MakeRelatedSamples},
+    {BSNConst::Independent, BSNConst::Normal, MakeIndependentSamples},
 };
 
 }  // namespace

@@ -21,7 +21,7 @@ class Analysis {
   // A case that counts `weight` times, a whole number above 0. Missing values are the analysis' own matter.
   virtual void Accumulate(const double* record, double weight) = 0;
   // Called once, after the last case. What can't be computed is missing in the record, with a status; after a
-  // failure the record is dropped.
+  // failure the record is dropped and may be null.
   virtual std::unique_ptr<BSNOutputStats> Finish() = 0;
 };
 
@@ -32,5 +32,6 @@ std::unique_ptr<Analysis> MakeOneSampleNormal(const BSNSettings& settings, Statu
 std::unique_ptr<Analysis> MakeOneSampleBinomial(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeOneSamplePoisson(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeRelatedSamples(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeIndependentSamples(const BSNSettings& settings, StatusList& statuses);
 
 }  // namespace BayesComponent

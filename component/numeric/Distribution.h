@@ -44,6 +44,7 @@ class StudentDistribution : public Distribution {
   double LowerQuantile(double tail) const override;
   double UpperQuantile(double tail) const override;
   double Density(double x) const override;
+  double LogDensity(double x) const;
   // P(X > x), without loss of digits far out.
   double UpperProbability(double x) const;
 
@@ -55,6 +56,7 @@ class StudentDistribution : public Distribution {
   double fDF;
   double fLocation;
   double fScale;
+  double fLogPeak;
 };
 
 // Beta with both shapes > 0.

@@ -51,7 +51,7 @@ double StudentDifference::UpperQuantile(double tail) const {
 
 double StudentDifference::Density(double x) const {
   const double distance = x - fLocation;
-  return MeanOverNarrow(distance, [&](double y) { return std::log(fWide.Density(distance - y)); });
+  return MeanOverNarrow(distance, [&](double y) { return fWide.LogDensity(distance - y); });
 }
 
 // Both are symmetric about 0, so first minus second is beyond a distance as often as their sum.
