@@ -176,7 +176,7 @@ void StatementLexer::ReadText() {
   NoteFault(kHostOpenQuote);
   std::size_t end = fPosition + 1;
   while (end < lineEnd && !IsTerminator(end)) ++end;
-  Add(ZARQ_Token::Kind::QuotedText, std::move(text), end);
+  Add(ZARQ_Token::Kind::QuotedText, std::string(fText.substr(fPosition + 1, end - fPosition - 1)), end);
 }
 
 bool StatementLexer::ReadOperator() {
