@@ -13,7 +13,7 @@ namespace BayesHost {
 
 // What fills one place of a text: a text, or the texts of a list in their order (a list of pairs is first,
 // second, first ...).
-struct Argument {
+struct BAYES_PLATFORM Argument {
   std::string fText;
   std::vector<std::string> fvList;
   bool fIsList = false;

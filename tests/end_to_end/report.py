@@ -35,6 +35,7 @@ def ends_in(labels, ending):
 
 
 def cells(report, title, row, column):
-    """Cells of the tables with this title whose row and column labels end in the given texts."""
-    return [cell for table in items(report, "table") if table["title"] == title for cell in table["cells"]
+    """Cells of the tables with this title, or subtype, whose row and column labels end in the given texts."""
+    return [cell for table in items(report, "table") if title in (table["title"], table["subtype"])
+            for cell in table["cells"]
             if ends_in(cell["row"], row) and ends_in(cell["column"], column)]

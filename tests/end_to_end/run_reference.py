@@ -10,22 +10,39 @@ import sys
 
 import report as reports
 
-# For each file: the table and column (innermost label) of each expected number.
+TESTS = {"n": "N", "mean": "Mean", "sd": "Std. Deviation", "em": "Std. Error Mean", "t": "t", "df": "df",
+         "sig": "Sig.(2-tailed)"}
+POSTERIOR = {"mode": "Mode", "mean": "Mean", "variance": "Variance", "lower": "Lower Bound", "upper": "Upper Bound"}
+
+
+def columns_of(test, posterior, stats, posteriors=None):
+    """The table, the column (innermost label) and the row of each expected number."""
+    columns = {f"stats.{name}": (test, column, 0) for name, column in stats.items()}
+    columns["lnBF"] = (test, "Bayes Factor", 0)
+    columns.update({f"posterior.{name}": (posterior, column, 0)
+                    for name, column in (posteriors or POSTERIOR).items()})
+    return columns
+
+
 COLUMNS = {
-    "onesample_normal": {
-        "stats.n": ("One-Sample T Test", "N"),
-        "stats.mean": ("One-Sample T Test", "Mean"),
-        "stats.sd": ("One-Sample T Test", "Std. Deviation"),
-        "stats.em": ("One-Sample T Test", "Std. Error Mean"),
-        "stats.t": ("One-Sample T Test", "t"),
-        "stats.df": ("One-Sample T Test", "df"),
-        "stats.sig": ("One-Sample T Test", "Sig.(2-tailed)"),
-        "lnBF": ("One-Sample T Test", "Bayes Factor"),
-        "posterior.mode": ("Posterior Distribution Characterization for One-Sample Mean", "Mode"),
-        "posterior.mean": ("Posterior Distribution Characterization for One-Sample Mean", "Mean"),
-        "posterior.variance": ("Posterior Distribution Characterization for One-Sample Mean", "Variance"),
-        "posterior.lower": ("Posterior Distribution Characterization for One-Sample Mean", "Lower Bound"),
-        "posterior.upper": ("Posterior Distribution Characterization for One-Sample Mean", "Upper Bound"),
+    "onesample_normal": columns_of("One-Sample T Test",
+                                   "Posterior Distribution Characterization for One-Sample Mean", TESTS),
+    "onesample_binomial": columns_of("Bayes-Factor for Binomial Proportion Test",
+                                     "Posterior Distribution Characterization for Binomial Inference", {},
+                                     {**POSTERIOR, "variance": "Var."}),
+    "onesample_poisson": columns_of("Bayes-Factor for Poisson Rate Test",
+                                    "Posterior Distribution Characterization for Poisson Inference",
+                                    {"n": "N", "min": "min.", "max": "max."}, {**POSTERIOR, "variance": "Var."}),
+    "related": columns_of("Related-Sample T Test",
+                          "Posterior Distribution Characterization for Related-Sample Mean Difference",
+                          {**TESTS, "mean": "Mean Difference"}),
+    "independent": {
+        **columns_of("Bayes-Factor Independent-Sample Test",
+                     "Posterior Distribution Characterization for Independent-Sample Mean",
+                     {"diff": "Mean Difference", "se_diff": "Pooled Std. Error Difference", "t": "t", "df": "df",
+                      "sig": "Sig.(2-tailed)"}),
+        **{f"stats.{name}{group}": ("Group Statistics", TESTS[name], group - 1)
+           for name in ("n", "mean", "sd", "em") for group in (1, 2)},
     },
 }
 LOCATIONS = {"posterior.mode", "posterior.mean", "posterior.lower", "posterior.upper"}
@@ -68,10 +85,10 @@ def check(program, data, columns, case):
         return [f"status {status}: {stderr}"]
     failed = []
     for name, expected in flatten(case["expect"]):
-        title, column = columns[name]
-        found = reports.cells(report, title, [], [column])
-        value = found[0]["value"] if len(found) == 1 else "no such cell"
-        if len(found) != 1 or not agrees(name, value, expected, case["expect"]):
+        subtype, column, row = columns[name]
+        found = reports.cells(report, subtype, [], [column])
+        value = found[row]["value"] if len(found) > row else "no such cell"
+        if len(found) <= row or not agrees(name, value, expected, case["expect"]):
             failed.append(f"{name}: {value} instead of {expected}")
     return failed
 

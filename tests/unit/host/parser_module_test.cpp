@@ -275,7 +275,9 @@ TEST_F(VariablesTest, RegressionListIsTakenApart) {
     const std::string lists =
         ShowIndices(dependent) + "; " + ShowIndices(factors) + "; " + ShowIndices(covariates);
     EXPECT_EQ(valid ? lists : fSession.ShowMessages(), row.fResult) << row.fBody;
-    if (!valid) EXPECT_EQ(lists, "; ; ") << row.fBody;
+    if (!valid) {
+      EXPECT_EQ(lists, "; ; ") << row.fBody;
+    }
   }
 }
 
