@@ -134,8 +134,8 @@ class BYSParser {
   void ParamNeed2DistVals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2Vals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2NumVals(const std::string& parameter, const std::string& subcommand) const;
-  void WarnNoEffect(const std::string& parameter, const std::string& subcommand,
-                    const std::string& with) const;
+  void WarnUsedOnlyWith(const std::string& parameter, const std::string& subcommand,
+                        const std::string& neededWith) const;
   bool RequirePositive(double value, const std::string& parameter, const std::string& subcommand) const;
   bool ReadTwoNumbers(const Tokens& values, const std::string& parameter, const std::string& subcommand,
                       PriorParams& params) const;

@@ -105,7 +105,7 @@ bool BYSParser::ProcessPredictSubCom(const SubComObj& subcommand) {
     if (!AddModelValue(values[i], predictors[i], "REGRESSORS", "PREDICT", elems.back())) return false;
   }
   if (IsModel(BSNConst::Anova)) {
-    WarnNoEffect("REGRESSORS", "PREDICT", fDescriptor.GetCommandName());
+    WarnUsedOnlyWith("REGRESSORS", "PREDICT", "BAYES REGRESSION");
   } else {
     fSpecs.SetBinInfoElems(elems);
   }

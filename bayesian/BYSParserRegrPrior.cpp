@@ -61,7 +61,7 @@ bool BYSParser::CheckPriorKeywords(const SubComObj& subcommand) const {
                             kPrior);
       return false;
     }
-    if (!conjugate && given) WarnNoEffect(name, kPrior, "TYPE=REFERENCE");
+    if (!conjugate && given) WarnUsedOnlyWith(name, kPrior, "TYPE=CONJUGATE");
   }
   return true;
 }
