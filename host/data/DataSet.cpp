@@ -179,6 +179,7 @@ std::uint64_t DataSet::CountCases() {
 
 std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) const {
   std::vector<ColumnPlace> places;
+  places.reserve(variables.size());
   for (const int variable : variables) places.push_back(fvPlaces[static_cast<std::size_t>(variable)]);
   return places;
 }
