@@ -43,6 +43,7 @@ BYSParser::BYSParser(ZARQ_TokenSequence& tokens, BYSValidSpecs& specs, const Pro
       fSplitVars("SPLIT FILE", false),
       fWeightVar("WEIGHT", true),
       fInferenceVars("INFERENCE", "VARIABLES", false, fDescriptor),
+      fTableVars("TABLE", "TABLE", false, fDescriptor),
       fGroupVar("INFERENCE", "GROUP", false, fDescriptor),
       fMissing(MCCommon_850::MCMV::Missing()) {
   fMessage.SetCommandName(commandName);
@@ -61,11 +62,13 @@ bool BYSParser::ProcessCommandSpec(const CommandSpec& spec) {
     fMessage.NoSubCom();
     return false;
   }
-  if (!IsModel(BSNConst::OneSample) && !IsModel(BSNConst::Related) && !IsModel(BSNConst::Independent)) {
+  if (IsModel(BSNConst::Regression) || IsModel(BSNConst::Anova)) {
     fMessage.GenericError("Command ^1 not available yet ...", fDescriptor.GetCommandName());
     return false;
   }
-  return ProcessSubCommands(spec);
+  if (!ProcessSubCommands(spec)) return false;
+  WarnAboutIdle(spec);
+  return true;
 }
 
 // The order matters: DATA needs the INFERENCE variables, PRIOR needs the known variances of DATA.
@@ -75,10 +78,12 @@ bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
   return ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
          ReadOne(spec, "CRITERIA", &BYSParser::ProcessCriteriaSubCom) &&
          ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) &&
+         ReadOne(spec, "TABLE", &BYSParser::ProcessTableSubCom) && CheckTableGiven() &&
          ReadOne(spec, "ESTBF", &BYSParser::ProcessEstBFSubCom) && CheckPriorGiven(spec) &&
          ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) &&
          ReadEach(spec, "PAIR", &BYSParser::ProcessPairSubCom) && CompletePairs(spec) &&
-         CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom);
+         CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom) &&
+         ReadOne(spec, "PRINT", &BYSParser::ProcessPrintSubCom);
 }
 
 bool BYSParser::ReadOne(const CommandSpec& spec, const char* name, Reader reader) {

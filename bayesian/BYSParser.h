@@ -79,6 +79,23 @@ class BYSParser {
   bool ReadComputation(const SubComObj& subcommand);
   bool ReadGonen(const Tokens& values, const std::string& subcommand);
 
+  // BYSParserCorrelation.cpp: what INFERENCE and ESTBF say about correlations.
+  void ReadCorrelation(const SubComObj& subcommand);
+  void ReadCorrelationBF(const SubComObj& subcommand);
+
+  // BYSParserLogLinear.cpp: the table of the log-linear command, its model and its prior.
+  bool ProcessTableSubCom(const SubComObj& subcommand);
+  bool CheckTableGiven();
+  bool ReadLogLinear(const SubComObj& subcommand);
+  bool ReadShapes(const SubComObj& subcommand);
+  bool ReadShapeRows(const Tokens& values, const std::string& subcommand,
+                     std::vector<std::vector<double>>& rows) const;
+  void ReadScaleAndLambdas(const SubComObj& subcommand);
+  bool ProcessPrintSubCom(const SubComObj& subcommand);
+
+  // BYSParserIdle.cpp
+  void WarnAboutIdle(const CommandSpec& spec) const;
+
   // BYSParserData.cpp
   bool ProcessDataSubCom(const SubComObj& subcommand);
   bool ReadDataNumber(const SubComObj& subcommand, const char* name, double& value) const;
@@ -125,6 +142,7 @@ class BYSParser {
   VarSpecObj fSplitVars;
   VarSpecObj fWeightVar;
   VarSpecObj fInferenceVars;
+  VarSpecObj fTableVars;
   VarSpecObj fGroupVar;
   // One entry for each pair, without repeats.
   std::vector<int> fvPairFirsts;

@@ -17,7 +17,8 @@ constexpr Computation kComputations[] = {
 }  // namespace
 
 bool BYSParser::ProcessEstBFSubCom(const SubComObj& subcommand) {
-  return ReadComputation(subcommand);
+  ReadCorrelationBF(subcommand);
+  return ReadComputation(subcommand) && ReadLogLinear(subcommand);
 }
 
 bool BYSParser::ReadComputation(const SubComObj& subcommand) {
