@@ -80,6 +80,23 @@ class BYSParser {
   void ReadCompare(const SubComObj& subcommand);
   bool ReadGonen(const Tokens& values, const std::string& subcommand);
 
+  // BYSParserCorrelation.cpp: what INFERENCE and ESTBF say about correlations.
+  void ReadCorrelation(const SubComObj& subcommand);
+  void ReadCorrelationBF(const SubComObj& subcommand);
+
+  // BYSParserLogLinear.cpp: the table of the log-linear command, its model and its prior.
+  bool ProcessTableSubCom(const SubComObj& subcommand);
+  bool CheckTableGiven();
+  bool ReadLogLinear(const SubComObj& subcommand);
+  bool ReadShapes(const SubComObj& subcommand);
+  bool ReadShapeRows(const Tokens& values, const std::string& subcommand,
+                     std::vector<std::vector<double>>& rows) const;
+  void ReadScaleAndLambdas(const SubComObj& subcommand);
+  bool ProcessPrintSubCom(const SubComObj& subcommand);
+
+  // BYSParserIdle.cpp
+  void WarnAboutIdle(const CommandSpec& spec) const;
+
   // BYSParserData.cpp
   bool ProcessDataSubCom(const SubComObj& subcommand);
   bool ReadDataNumber(const SubComObj& subcommand, const char* name, double& value) const;
@@ -119,7 +136,7 @@ class BYSParser {
 
   // BYSParserRegrPrior.cpp
   bool ProcessRegrPriorSubCom(const SubComObj& subcommand);
-  bool CheckPriorKeywords(const SubComObj& subcommand) const;
+  bool CheckConjugateGiven(const SubComObj& subcommand) const;
   bool ReadPriorNumbers(const SubComObj& subcommand);
   bool ReadVMatrix(const SubComObj& subcommand);
 
@@ -134,8 +151,6 @@ class BYSParser {
   void ParamNeed2DistVals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2Vals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2NumVals(const std::string& parameter, const std::string& subcommand) const;
-  void WarnUsedOnlyWith(const std::string& parameter, const std::string& subcommand,
-                        const std::string& neededWith) const;
   bool RequirePositive(double value, const std::string& parameter, const std::string& subcommand) const;
   bool ReadTwoNumbers(const Tokens& values, const std::string& parameter, const std::string& subcommand,
                       PriorParams& params) const;
@@ -154,6 +169,7 @@ class BYSParser {
   VarSpecObj fSplitVars;
   VarSpecObj fWeightVar;
   VarSpecObj fInferenceVars;
+  VarSpecObj fTableVars;
   VarSpecObj fGroupVar;
   VarSpecObj fDependentVar;
   // All predictors of a model, and those that DESIGN leaves.

@@ -25,7 +25,8 @@ constexpr Computation kComputations[] = {{"JZS", BSNConst::JZS, kMissing, kMissi
 
 bool BYSParser::ProcessEstBFSubCom(const SubComObj& subcommand) {
   ReadCompare(subcommand);
-  return ReadComputation(subcommand);
+  ReadCorrelationBF(subcommand);
+  return ReadComputation(subcommand) && ReadLogLinear(subcommand);
 }
 
 bool BYSParser::ReadComputation(const SubComObj& subcommand) {

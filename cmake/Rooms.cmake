@@ -9,10 +9,11 @@ function(add_room name)
   target_include_directories(room_${name} INTERFACE ${root})
 endfunction()
 
-# The objects of a room. Tests link the objects, deliverables wrap the same objects.
+# The objects of a room, all but a program's Main.cpp. Tests link the objects, deliverables wrap the same objects.
 function(add_room_objects name)
   cmake_parse_arguments(ARG "" "" "LINKS" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${name}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/Main\\.cpp$")
   add_library(${name}_objects OBJECT ${sources})
   target_link_libraries(${name}_objects PUBLIC room_${name} ${ARG_LINKS} PRIVATE project_options)
 endfunction()

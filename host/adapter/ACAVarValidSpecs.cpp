@@ -43,6 +43,7 @@ void ACAVarValidSpecs::AddVariables(const std::vector<int>& indices, std::vector
                                     bool categorical, bool missingPasses, bool userMissingIsMissing,
                                     bool missingPassesInLastPass) {
   std::vector<int> added;
+  added.reserve(indices.size());
   for (const int index : indices) {
     added.push_back(
         AddVariable(index, categorical, missingPasses, userMissingIsMissing, missingPassesInLastPass));

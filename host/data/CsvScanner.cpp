@@ -1,5 +1,7 @@
 #include "host/data/CsvScanner.h"
 
+#include <utility>
+
 namespace BayesHost {
 
 namespace {
@@ -7,13 +9,13 @@ constexpr std::size_t kBufferBytes = std::size_t{1} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 }  // namespace
 
-CsvScanner::CsvScanner(const std::filesystem::path& file, const CsvDialect& dialect)
-    : fDialect(dialect), fFile(file, std::ios::binary), fvBuffer(kBufferBytes) {
+CsvScanner::CsvScanner(const std::filesystem::path& file, CsvDialect dialect)
+    : fDialect(std::move(dialect)), fFile(file, std::ios::binary), fvBuffer(kBufferBytes) {
   if (Refill() && std::string_view(fpAt, fpEnd).starts_with(kByteOrderMark)) fpAt += kByteOrderMark.size();
 }
 
-CsvScanner::CsvScanner(std::string_view text, const CsvDialect& dialect)
-    : fDialect(dialect), fpAt(text.data()), fpEnd(text.data() + text.size()) {
+CsvScanner::CsvScanner(std::string_view text, CsvDialect dialect)
+    : fDialect(std::move(dialect)), fpAt(text.data()), fpEnd(text.data() + text.size()) {
   if (text.starts_with(kByteOrderMark)) fpAt += kByteOrderMark.size();
 }
 

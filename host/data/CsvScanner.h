@@ -24,9 +24,9 @@ class CsvScanner {
     OtherNewLine     // the line before this record ends in another way than the dialect says
   };
 
-  CsvScanner(const std::filesystem::path& file, const CsvDialect& dialect);
+  CsvScanner(const std::filesystem::path& file, CsvDialect dialect);
   // A table in memory; the text is not copied.
-  CsvScanner(std::string_view text, const CsvDialect& dialect);
+  CsvScanner(std::string_view text, CsvDialect dialect);
 
   // To the next record; false at the end.
   bool Next();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <utility>
 
 #include "host/data/CsvFile.h"
 #include "host/data/DataError.h"
@@ -40,7 +41,6 @@ DataSet::DataSet(DataFile file, const Limits& limits)
   for (const VariableState& state : fpSource->GetVariables()) {
     fvVariables.emplace_back(std::make_shared<const VariableState>(state));
   }
-  fvRequired.resize(fvVariables.size());
   fvPlaces.resize(fvVariables.size());
   fvPools.resize(fvVariables.size());
 }
@@ -74,29 +74,48 @@ void DataSet::SetWeight(int variable) {
 }
 
 void DataSet::Require(const std::vector<int>& variables) {
-  for (const int variable : variables) fvRequired[static_cast<std::size_t>(variable)] = true;
+  fvRequired.insert(fvRequired.end(), variables.begin(), variables.end());
 }
 
-std::vector<int> DataSet::FindUnread() const {
-  std::vector<int> unread;
-  for (int i = 0; i < CountVariables(); ++i) {
-    const bool isSplit = std::find(fvSplit.begin(), fvSplit.end(), i) != fvSplit.end();
-    const bool wanted = fvRequired[static_cast<std::size_t>(i)] || isSplit || i == fWeight;
-    if (wanted && fvPlaces[static_cast<std::size_t>(i)].fpStore == nullptr) unread.push_back(i);
-  }
-  return unread;
+void DataSet::Expect(const std::vector<int>& variables) {
+  fvExpected.insert(fvExpected.end(), variables.begin(), variables.end());
 }
 
+// In the order of the file, each once.
+std::vector<int> DataSet::ListUnread(std::vector<int> wanted) const {
+  std::sort(wanted.begin(), wanted.end());
+  wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
+  std::erase_if(wanted, [this](int i) { return fvPlaces[static_cast<std::size_t>(i)].fpStore != nullptr; });
+  return wanted;
+}
+
+// What a failed command required is forgotten with it.
 bool DataSet::Load(const StopQuery& stop) {
-  const std::vector<int> unread = FindUnread();
-  if (unread.empty()) return true;
-  auto store = std::make_unique<ColumnStore>(fBudget, static_cast<int>(unread.size()));
+  std::vector<int> required = std::exchange(fvRequired, {});
+  required.insert(required.end(), fvSplit.begin(), fvSplit.end());
+  if (fWeight >= 0) required.push_back(fWeight);
+  required = ListUnread(std::move(required));
+  if (required.empty()) return true;
+
+  std::vector<int> all = std::exchange(fvExpected, {});
+  all.insert(all.end(), required.begin(), required.end());
+  all = ListUnread(std::move(all));
   try {
-    if (!ReadColumns(unread, *store, stop)) return false;
-  } catch (const EngineError& error) {
-    fpSource->Explain(unread, error.what());
+    return LoadColumns(all, stop);
+  } catch (const DataError&) {
+    if (all.size() == required.size()) throw;
   }
-  Adopt(unread, std::move(store));
+  return LoadColumns(required, stop);
+}
+
+bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& stop) {
+  auto store = std::make_unique<ColumnStore>(fBudget, static_cast<int>(variables.size()));
+  try {
+    if (!ReadColumns(variables, *store, stop)) return false;
+  } catch (const EngineError& error) {
+    fpSource->Explain(variables, error.what());
+  }
+  Adopt(variables, std::move(store));
   return true;
 }
 
@@ -152,15 +171,15 @@ void DataSet::Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnSto
 }
 
 std::uint64_t DataSet::CountCases() {
-  if (fvStores.empty()) {
-    if (FindUnread().empty()) Require({0});
-    Load();
-  }
+  if (!fvStores.empty()) return fCases;
+  if (fvRequired.empty()) Require({0});
+  Load();
   return fCases;
 }
 
 std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) const {
   std::vector<ColumnPlace> places;
+  places.reserve(variables.size());
   for (const int variable : variables) places.push_back(fvPlaces[static_cast<std::size_t>(variable)]);
   return places;
 }

@@ -52,8 +52,11 @@ class BAYES_PLATFORM DataSet {
   void SetWeight(int variable);
   int GetWeight() const { return fWeight; }
 
-  // Names columns that the next Load reads.
+  // Names columns that the next Load must read.
   void Require(const std::vector<int>& variables);
+  // Names columns that later commands will want: the next Load that reads the file at all reads them along,
+  // so that a text file is parsed once, unless they are damaged.
+  void Expect(const std::vector<int>& variables);
   // Reads what is required and the split and weight variables, as far as not read before. False when `stop`
   // said so: nothing was added then. Throws DataError.
   bool Load(const StopQuery& stop = {});
@@ -76,7 +79,8 @@ class BAYES_PLATFORM DataSet {
   MemoryBudget& GetBudget() { return fBudget; }
 
  private:
-  std::vector<int> FindUnread() const;
+  std::vector<int> ListUnread(std::vector<int> wanted) const;
+  bool LoadColumns(const std::vector<int>& variables, const StopQuery& stop);
   bool ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop);
   void TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
   void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
@@ -91,7 +95,8 @@ class BAYES_PLATFORM DataSet {
   std::vector<ZARQ_Variable> fvVariables;
   std::vector<int> fvSplit;
   int fWeight = -1;
-  std::vector<bool> fvRequired;
+  std::vector<int> fvRequired;
+  std::vector<int> fvExpected;
   std::vector<std::unique_ptr<ColumnStore>> fvStores;
   std::vector<ColumnPlace> fvPlaces;    // of each variable
   std::vector<StringPool> fvPools;      // of each variable, empty for numeric ones

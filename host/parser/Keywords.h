@@ -24,7 +24,7 @@ BAYES_PLATFORM std::vector<std::size_t> MatchKeyword(std::string_view word,
 
 // The keywords at these indices.
 BAYES_PLATFORM std::vector<std::string> Pick(const std::vector<std::string>& keywords,
-                              const std::vector<std::size_t>& indices);
+                                             const std::vector<std::size_t>& indices);
 
 // The names that the word most likely is a misspelling of: at most two, equally near; none when none is near.
 BAYES_PLATFORM std::vector<std::string> FindNearest(std::string_view word,

@@ -170,8 +170,8 @@ class BAYES_PLATFORM ACAProcDataSourceIter {
 // memory setting, in a temporary file beyond it.
 class BAYES_PLATFORM ACADataFileIter : public MCCommon_850::MCRecordSource {
  public:
-  // `sortVars` is reserved; pass an empty list (std::invalid_argument otherwise): the records keep the order of
-  // the cases. `sizeHint`: expected number of records, 0 when unknown.
+  // `sortVars` is reserved; pass an empty list (std::invalid_argument otherwise): the records keep the order
+  // of the cases. `sizeHint`: expected number of records, 0 when unknown.
   ACADataFileIter(ACAInputAdapter& adapter, const std::vector<int>& sortVars, int sizeHint);
   ~ACADataFileIter() override;
   ACADataFileIter(const ACADataFileIter&) = delete;

@@ -220,7 +220,8 @@ TEST(ParserGrammar, MessageNamesLineColumnAndWhatWasExpected) {
 
 TEST(ParserGrammar, LexicalFaultComesFirst) {
   std::vector<SubComObj> accepted;
-  const auto fault = CheckCommand(LexStatement("BAYES TEST /XXX A='b."), true, MakeTestGrammar(), accepted);
+  const auto fault =
+      CheckCommand(LexStatement("BAYES TEST /NOSUCH A='b."), true, MakeTestGrammar(), accepted);
   ASSERT_TRUE(fault);
   EXPECT_EQ(fault->fKey, kHostOpenQuote);
 }

@@ -104,7 +104,7 @@ TEST_F(ParsedTest, ReaderOfAnAbsentValueLeavesItsArgumentAlone) {
 }
 
 TEST_F(ParsedTest, RejectionIsOneMessageAndFailsTheCommand) {
-  EXPECT_NE(Parse("BAYES TEST\n  /INF VAR=a\n  /CRI CIL=100 METHOD=XXX."), 0);
+  EXPECT_NE(Parse("BAYES TEST\n  /INF VAR=a\n  /CRI CIL=100 METHOD=NOSUCH."), 0);
   EXPECT_EQ(fSession.ShowMessages(),
             std::string("3:12 ") + kHostBoundary + " | CILEVEL | CRITERIA | at least 0, less than 100");
   EXPECT_TRUE(fSession.HasFailed());
