@@ -110,11 +110,7 @@ void BYSOutput::DisplayEstCoefReg() {
       FillCells(statistics, {BpString("", false), {}}, i, columns);
       continue;
     }
-    for (const Column& column : columns) {
-      BpCategory category = AddColumn(statistics, column);
-      category.Cell(BpString("", false));
-      category.CellNote(MakeNote("Redundant..."));
-    }
+    for (const Column& column : columns) AddColumn(statistics, column).CellNote(MakeNote("Redundant..."));
   }
 }
 

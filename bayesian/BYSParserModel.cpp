@@ -122,6 +122,7 @@ bool BYSParser::AddModelValue(const ZARQ_Token& value, int variable, const std::
 }
 
 bool BYSParser::RefuseSubCom(const SubComObj& subcommand) {
+  subcommand.getExportParamObj();  // the message points at the subcommand last read
   fMessage.GenericError("Subcommand ^1 not available yet ...", subcommand.getName());
   return false;
 }

@@ -246,8 +246,8 @@ double LogBF10(const json& input) {
 }
 
 TEST(Regression, MatchesReferenceCases) {
-  for (const auto& [file, model] : {std::pair("component/regression", BSNConst::Regression),
-                                    std::pair("component/anova", BSNConst::Anova)}) {
+  for (const auto& [file, model] :
+       {std::pair("regression", BSNConst::Regression), std::pair("anova", BSNConst::Anova)}) {
     for (const json& row : ReferenceCases(file)) {
       SCOPED_TRACE(row.at("name").get<std::string>());
       if (row.at("input").contains("data")) {
@@ -277,7 +277,7 @@ TEST(Regression, KeepsTenDigitsOfLongley) {
       {"employed", 1000},   {"deflator", 1},      {"gnp", 1000}, {"unemployed", 10},
       {"armed_forces", 10}, {"population", 1000}, {"year", 1}};
   std::vector<Column> columns;
-  for (const json& row : ReferenceCases("component/regression")) {
+  for (const json& row : ReferenceCases("regression")) {
     if (row.at("name") != "longley (ill-conditioned)") continue;
     for (const auto& [name, unit] : units) {
       Column column = ColumnOf(row.at("input").at("data").at(name));
