@@ -1,0 +1,67 @@
+#include "component/numeric/ScatterFactor.h"
+
+#include <Eigen/QR>
+#include <algorithm>
+#include <cmath>
+
+namespace BayesComponent {
+
+namespace {
+
+Eigen::Index BlockRows(Eigen::Index columns) {
+  return std::max<Eigen::Index>(256, 4 * columns);
+}
+
+// Replaces the rows by their triangular factor, on top.
+void Fold(Eigen::Ref<Eigen::MatrixXd> rows) {
+  const Eigen::HouseholderQR<Eigen::Ref<Eigen::MatrixXd>> factorisation(rows);
+  rows.topRows(rows.cols()).triangularView<Eigen::StrictlyLower>().setZero();
+}
+
+}  // namespace
+
+ScatterFactor::ScatterFactor(std::size_t groups, std::size_t columns) : fvWeights(groups, 0.0) {
+  const auto nColumns = static_cast<Eigen::Index>(columns);
+  fOrigin.setZero(nColumns);
+  fMeans.setZero(nColumns, static_cast<Eigen::Index>(groups));
+  fDifference.setZero(nColumns);
+  fStack.setZero(nColumns + BlockRows(nColumns), nColumns);
+  fNextRow = nColumns;
+}
+
+void ScatterFactor::Add(std::size_t group, const double* row, double weight) {
+  const Eigen::Map<const Eigen::VectorXd> x(row, fOrigin.size());
+  if (fIsEmpty) fOrigin = x;
+  fIsEmpty = false;
+  auto mean = fMeans.col(static_cast<Eigen::Index>(group));
+  const double before = fvWeights[group];
+  fvWeights[group] += weight;
+  const double share = weight / fvWeights[group];
+  fDifference = (x - fOrigin) - mean;
+  mean += share * fDifference;
+  if (before > 0) AppendRow(std::sqrt(before * share) * fDifference.transpose());
+}
+
+void ScatterFactor::AppendRow(const Eigen::Ref<const Eigen::RowVectorXd>& row) {
+  fStack.row(fNextRow++) = row;
+  if (fNextRow < fStack.rows()) return;
+  Fold(fStack);
+  fNextRow = fStack.cols();
+}
+
+void ScatterFactor::Merge(const ScatterFactor& other) {
+  for (std::size_t group = 0; group < fvWeights.size(); ++group) {
+    if (other.fvWeights[group] == 0) continue;
+    const Eigen::VectorXd mean = other.fOrigin + other.fMeans.col(static_cast<Eigen::Index>(group));
+    Add(group, mean.data(), other.fvWeights[group]);
+  }
+  for (Eigen::Index i = 0; i < other.fNextRow; ++i) AppendRow(other.fStack.row(i));
+}
+
+Eigen::MatrixXd ScatterFactor::Factor() const {
+  Eigen::MatrixXd rows = fStack.topRows(fNextRow);
+  Fold(rows);
+  return rows.topRows(rows.cols());
+}
+
+}  // namespace BayesComponent
