@@ -17,7 +17,7 @@
     note LABEL | TEXT            an entry of the notes
     table TITLE                  such a table; `no table TITLE`: none
     caption TITLE | TEXT         text of a table's caption
-    footnote TITLE | KEY         a footnote of a table
+    footnote TITLE | KEY | TEXT  a footnote of a table; with TEXT: it reads so
     stderr TEXT                  standard error holds the text
     messages 2                   number of messages
 """
@@ -103,8 +103,9 @@ class Expectations:
                    if table["title"] == title)
 
     def footnote(self, rest):
-        title, key = fields(rest)
-        return any(note["key"] == key for table in reports.items(self.report, "table") if table["title"] == title
+        title, key, *text = fields(rest)
+        return any(note["key"] == key and [note["text"]] == (text or [note["text"]])
+                   for table in reports.items(self.report, "table") if table["title"] == title
                    for note in table["footnotes"])
 
     def note(self, rest):
