@@ -28,17 +28,20 @@ DataSet::Limits MakeLimits(const BayesHost::RunOptions& options) {
   return {options.fMemoryBytes, options.fThreads > 0 ? options.fThreads : static_cast<int>(cores)};
 }
 
-// What the report calls a statement.
-std::string GetName(const Statement& statement) {
+// What the report calls a statement; one that is none of them goes by its first word.
+std::string GetName(const Statement& statement, const std::string& text) {
   struct Namer {
+    const std::string& fText;
     std::string operator()(const DataStatement&) const { return "DATA"; }
     std::string operator()(const SplitStatement&) const { return "SPLIT FILE"; }
     std::string operator()(const WeightStatement&) const { return "WEIGHT"; }
     std::string operator()(const SaveStatement&) const { return "SAVE DATA"; }
     std::string operator()(const BayesStatement& command) const { return command.fName; }
-    std::string operator()(const BayesHost::Fault&) const { return ""; }
+    std::string operator()(const BayesHost::Fault&) const {
+      return fText.substr(0, fText.find_first_of(" \t\r\n."));
+    }
   };
-  return std::visit(Namer(), statement.fContent);
+  return std::visit(Namer{text}, statement.fContent);
 }
 
 void AddError(CommandOutput& output, BayesHost::ShownText text) {
@@ -99,7 +102,8 @@ bool Runner::RunStatement(const Statement& statement) {
   command.fBegin = statement.fBegin;
   command.fEnd = std::min(statement.fEnd, command.fSource.size());
   const int line = BayesHost::FindPlace(command, 0).fLine;
-  auto output = std::make_shared<CommandOutput>(GetName(statement), command.GetText(), line);
+  auto output =
+      std::make_shared<CommandOutput>(GetName(statement, command.GetText()), command.GetText(), line);
   fSession.BeginCommand(std::move(command), output);
   try {
     std::visit([this](const auto& content) { Execute(content); }, statement.fContent);
@@ -181,7 +185,7 @@ void Runner::CompleteHead() {
     try {
       origin.fCases = data->CountCases();
       fReport.fHead.fData = origin;
-    } catch (const BayesHost::DataError&) {
+    } catch (const std::exception&) {
       // The command that needed the data has said so.
     }
   }
