@@ -24,27 +24,31 @@ ScatterFactor::ScatterFactor(std::size_t groups, std::size_t columns) : fvWeight
   const auto nColumns = static_cast<Eigen::Index>(columns);
   fOrigin.setZero(nColumns);
   fMeans.setZero(nColumns, static_cast<Eigen::Index>(groups));
-  fDifference.setZero(nColumns);
   fStack.setZero(nColumns + BlockRows(nColumns), nColumns);
   fNextRow = nColumns;
 }
 
+// One loop over the columns: this is where the time of a pass over the data goes.
 void ScatterFactor::Add(std::size_t group, const double* row, double weight) {
-  const Eigen::Map<const Eigen::VectorXd> x(row, fOrigin.size());
-  if (fIsEmpty) fOrigin = x;
+  if (fIsEmpty) std::copy_n(row, fOrigin.size(), fOrigin.data());
   fIsEmpty = false;
-  auto mean = fMeans.col(static_cast<Eigen::Index>(group));
   const double before = fvWeights[group];
   fvWeights[group] += weight;
   const double share = weight / fvWeights[group];
-  fDifference = (x - fOrigin) - mean;
-  mean += share * fDifference;
-  if (before > 0) AppendRow(std::sqrt(before * share) * fDifference.transpose());
+  const double root = std::sqrt(before * share);
+  const double* origin = fOrigin.data();
+  double* mean = fMeans.col(static_cast<Eigen::Index>(group)).data();
+  double* scaled = &fStack(fNextRow, 0);
+  for (Eigen::Index i = 0; i < fOrigin.size(); ++i) {
+    const double difference = (row[i] - origin[i]) - mean[i];
+    mean[i] += share * difference;
+    scaled[i * fStack.rows()] = root * difference;
+  }
+  if (before > 0) AdvanceRow();
 }
 
-void ScatterFactor::AppendRow(const Eigen::Ref<const Eigen::RowVectorXd>& row) {
-  fStack.row(fNextRow++) = row;
-  if (fNextRow < fStack.rows()) return;
+void ScatterFactor::AdvanceRow() {
+  if (++fNextRow < fStack.rows()) return;
   Fold(fStack);
   fNextRow = fStack.cols();
 }
@@ -55,7 +59,10 @@ void ScatterFactor::Merge(const ScatterFactor& other) {
     const Eigen::VectorXd mean = other.fOrigin + other.fMeans.col(static_cast<Eigen::Index>(group));
     Add(group, mean.data(), other.fvWeights[group]);
   }
-  for (Eigen::Index i = 0; i < other.fNextRow; ++i) AppendRow(other.fStack.row(i));
+  for (Eigen::Index i = 0; i < other.fNextRow; ++i) {
+    fStack.row(fNextRow) = other.fStack.row(i);
+    AdvanceRow();
+  }
 }
 
 Eigen::MatrixXd ScatterFactor::Factor() const {

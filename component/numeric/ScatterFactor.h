@@ -33,13 +33,12 @@ class ScatterFactor {
   Eigen::MatrixXd Factor() const;
 
  private:
-  void AppendRow(const Eigen::Ref<const Eigen::RowVectorXd>& row);
+  void AdvanceRow();
 
   std::vector<double> fvWeights;
   bool fIsEmpty = true;
   Eigen::VectorXd fOrigin;
   Eigen::MatrixXd fMeans;
-  Eigen::VectorXd fDifference;
   // The factor so far, then the rows that wait to be folded into it.
   Eigen::MatrixXd fStack;
   Eigen::Index fNextRow;

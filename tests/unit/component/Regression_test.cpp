@@ -315,6 +315,7 @@ TEST(Regression, FindsAPerfectFitOfPowers) {
   EXPECT_EQ(run.Codes(), std::vector<int>{410014});
   EXPECT_EQ(run.Record().GetAnova().at(5), 0);
   EXPECT_EQ(run.Record().GetAnova().at(3), kMissing);
+  EXPECT_EQ(run.Record().GetAnova().at(4), kMissing);
   for (const BayesEstimation& b : run.Record().GetVarCoeffBayesEstimations()) {
     EXPECT_NEAR(b.fMode, 1, 1e-8);
     EXPECT_EQ(b.fLower, b.fUpper);
@@ -635,6 +636,11 @@ TEST(Regression, FailsWithoutVariation) {
   Model<Regression> overflow(CovariateSettings(1), {{1e200, -1e200, 3, 4, 7, 9, 1}, {1, 2, 3, 4, 6, 5, 9}});
   EXPECT_EQ(overflow.Codes(), std::vector<int>{410059});
   for (const double value : overflow.Record().GetAnova()) EXPECT_TRUE(std::isfinite(value));
+  for (const BayesEstimation& b : overflow.Record().GetVarCoeffBayesEstimations()) {
+    for (const double value : {b.fMode, b.fMean, b.fVariance, b.fLower, b.fUpper}) {
+      EXPECT_TRUE(std::isfinite(value));
+    }
+  }
 }
 
 // BF(model : full) = BF(model : null) / BF(full : null), each model by itself.
