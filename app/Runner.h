@@ -38,7 +38,8 @@ class Runner {
   void Execute(const BayesHost::Fault& fault);
   bool ResolveNames(const char* statement, const std::vector<ZARQ_Token>& names, bool numericOnly,
                     std::vector<int>& indices) const;
-  void OpenData(const std::string& file, const std::filesystem::path& folder);
+  std::filesystem::path GetFolder() const;
+  void OpenData(const DataStatement& data, const std::filesystem::path& folder);
   void CompleteHead();
   void ShowMessages(const BayesHost::CommandOutput& output) const;
 
