@@ -76,6 +76,8 @@ Request ParseCommandLine(int argc, char** argv) {
   run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")
       ->check(CLI::PositiveNumber);
 
+  run->add_flag("--fingerprint", request.fFingerprint, "show the data file's XXH3-128 in the report's head");
+
   CLI::App* check = app.add_subcommand("check", "check the commands of a file without running them");
   AddSource(*check, request);
   AddLimits(*check, request);

@@ -26,6 +26,7 @@ struct Request {
   int fThreads = 0;
   std::size_t fMemoryBytes = 0;  // 0: the machine's default
   bool fQuiet = false;
+  bool fFingerprint = false;
 
   std::string fHelpTopic;  // a command's name; empty: all of them
 };
