@@ -33,8 +33,7 @@ std::string FetchFile::fetch(const std::string& path, bool asText, bool required
   std::string text(std::istreambuf_iterator<char>(file), {});
   if (!file || text.empty()) {
     if (required) {
-      BayesHost::Session::Current().StoreError(
-          BayesHost::ShowKey(BayesHost::kHostChartFile, {path}).fText);
+      BayesHost::Session::Current().StoreError(BayesHost::ShowKey(BayesHost::kHostChartFile, {path}).fText);
     }
     return "";
   }

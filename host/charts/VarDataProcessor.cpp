@@ -8,7 +8,8 @@ namespace {
 
 template <class Columns>
 auto FindColumn(Columns& columns, const std::string& name) {
-  return std::find_if(columns.begin(), columns.end(), [&](const auto& column) { return column.first == name; });
+  return std::find_if(columns.begin(), columns.end(),
+                      [&](const auto& column) { return column.first == name; });
 }
 
 }  // namespace
@@ -30,8 +31,7 @@ void VarDataProcessor::AddVariable(const std::string& name) {
 
 void VarDataProcessor::SetVariableValue(const std::string& name, std::size_t row, double value) {
   const auto column = FindColumn(fpState->fvColumns, name);
-  if (column == fpState->fvColumns.end())
-    throw std::logic_error("the chart's data have no series " + name);
+  if (column == fpState->fvColumns.end()) throw std::logic_error("the chart's data have no series " + name);
   std::vector<double>& values = column->second;
   if (values.size() <= row) values.resize(row + 1, ZARQ_DataSource::GetMissingValue());
   values[row] = value;
