@@ -129,6 +129,7 @@ class BYSOutput {
   ChartString GetChartName(int slot) const;
   std::vector<ChartString> GetVariableTitles(const std::vector<int>& slots) const;
   static ChartString GetPairTitle(const ChartString& first, const ChartString& second);
+  ChartString GetDifferenceLabel(const ChartString& first, const ChartString& second) const;
   ChartString GetChartGroupLabel(int group) const;
 
   // BYSOutputParts.cpp: what the tables of sample tests have in common.

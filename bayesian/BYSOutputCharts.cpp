@@ -208,7 +208,7 @@ BYSOutput::ChartSet BYSOutput::MakeIndependentCharts() const {
           GetVariableTitles(stats.GetPostVarIndices()),
           {FromKey("Log Likelihood^1", {first}), FromKey("Log Likelihood^1", {second}),
            FromKey("Prior Distribution^1", {first}), FromKey("Prior Distribution^1", {second}),
-           FromKey("Posterior Distribution mean ^1", {GetPairTitle(first, second)})},
+           FromKey("Posterior Distribution mean ^1", {GetDifferenceLabel(first, second)})},
           {{"mulike", "likelihood", &stats.GetPlotXArguments(), &stats.GetPlotXLikelihoods()},
            {"mulike2", "likelihood2", &stats.GetPlotYArguments(), &stats.GetPlotYLikelihoods()},
            {"muprior", "prior", &stats.GetPlotXPriorArguments(), &stats.GetPlotXPrior()},
@@ -228,6 +228,12 @@ std::vector<ChartString> BYSOutput::GetVariableTitles(const std::vector<int>& sl
 
 ChartString BYSOutput::GetPairTitle(const ChartString& first, const ChartString& second) {
   return first + FromData(" - ") + second;
+}
+
+// Relations stand in parentheses, so that they don't run into the minus sign.
+ChartString BYSOutput::GetDifferenceLabel(const ChartString& first, const ChartString& second) const {
+  if (!fSpecs.GetGroupInfoElem().IsRange()) return GetPairTitle(first, second);
+  return FromData("(") + first + FromData(") - (") + second + FromData(")");
 }
 
 ChartString BYSOutput::GetChartGroupLabel(int group) const {

@@ -15,9 +15,9 @@ using Json = nlohmann::json;
 constexpr double kUsualWidth = 400;
 constexpr double kUsualHeight = 120;
 constexpr double kUsualSpacing = 20;
-constexpr const char* kMembers[] = {"$schema", "title",    "description", "data",     "datasets", "width",
-                                    "height",  "layer",    "vconcat",     "hconcat",  "spacing",  "bounds",
-                                    "resolve", "encoding", "mark",        "usermeta", "config"};
+constexpr const char* kMembers[] = {"$schema",  "title", "description", "data",    "datasets", "width",
+                                    "height",   "layer", "vconcat",     "hconcat", "spacing",  "resolve",
+                                    "encoding", "mark",  "usermeta",    "config"};
 
 // A title is a text or an object that holds one; a null title is none.
 std::string TitleOf(const Json& spec) {

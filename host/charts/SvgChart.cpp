@@ -28,7 +28,7 @@ constexpr double kMargin = 10;
 constexpr double kGap = 6;
 constexpr double kTickLength = 5;
 constexpr double kPixelsPerYTick = 30;
-constexpr double kPixelsPerXTick = 70;
+constexpr double kPixelsPerXTick = 55;
 
 std::string E(const std::string& text) {
   return HtmlReport::Escape(text);
