@@ -22,6 +22,8 @@ struct Request {
 
   std::string fOutputFile;  // empty: standard output
   Format fFormat = Format::Text;
+  std::string fChartFolder;  // empty: charts stay in the report
+  std::string fChartStyle;   // empty: the one of share/
   unsigned long fSeed = 0;
   int fThreads = 0;
   std::size_t fMemoryBytes = 0;  // 0: the machine's default
