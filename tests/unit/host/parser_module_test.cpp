@@ -164,12 +164,12 @@ TEST(ParserDescribe, RecordsTheGrammarAndStops) {
   EXPECT_THAT(GrammarHelp::GetCommandNames(), testing::Contains("BAYES TEST"));
 }
 
-// Columns: 0 id (text), 1 height, 2 Weight, 3 weight, 4 group, 5 sex (text), 6 "2010", 7 "Body Mass".
+// Columns: 0 id (text), 1 height, 2 Weight, 3 weight, 4 group, 5 sex (text), 6 "2nd", 7 "Body Mass".
 class VariablesTest : public ParsedTest {
  protected:
   VariablesTest()
       : fFile(
-            "id,height,Weight,weight,group,sex,2010,Body Mass\n"
+            "id,height,Weight,weight,group,sex,2nd,Body Mass\n"
             "a,1.5,2,3,1,m,5,6\nb,1.7,3,4,2,f,6,7\n") {
     fSession.Get().SetData(std::make_shared<DataSet>(fFile.GetFile(), DataSet::Limits()));
   }
@@ -211,7 +211,7 @@ TEST_F(VariablesTest, ResolveNamesRangesAndAll) {
       {"height TO group", true, "1 2 3 4"},
       {"weight to group height", true, "3 4 1"},
       {"group TO group", true, "4"},
-      {"'2010' 'Body Mass'", true, "6 7"},
+      {"'2nd' 'Body Mass'", true, "6 7"},
       {"'Body Mass' ALL", false, "7 0 1 2 3 4 5 6"},
       {"id", false, "0"},
       {"WEIGHT", true, at + kHostAmbiguousVariable + " | WEIGHT | Weight, weight"},
@@ -256,7 +256,7 @@ TEST_F(VariablesTest, RegressionListIsTakenApart) {
       {"height weight BY sex", std::string("1:12 ") + kHostNeedDependent + " | BAYES TEST"},
       {"id BY sex", std::string("1:12 ") + kHostDependentNotNumeric + " | id | BAYES TEST | BAYES TEST"},
       {"height WITH weight sex",
-       std::string("1:31 ") + kHostCovariateNotNumeric + " | sex | WITH | BAYES TEST"},
+       std::string("1:31 ") + kHostCovariateNotNumeric + " | sex | BAYES TEST | BAYES TEST"},
       {"height BY group WITH group", std::string("1:33 ") + kHostVariableRepeated + " | group"},
       {"height BY sex SEX", std::string("1:26 ") + kHostVariableRepeated + " | sex"},
       {"height BY", std::string("1:19 ") + kHostNeedValue + " | BY" + where},
@@ -314,7 +314,7 @@ TEST_F(VariablesTest, CategoryValueMustFitItsVariable) {
   EXPECT_EQ(*word, OBS("f"));
   EXPECT_EQ(spec.ValidateCatValue(5, tokens[0]), nullptr);
   EXPECT_EQ(spec.ValidateCatValue(4, tokens[2]), nullptr);
-  EXPECT_EQ(fSession.ShowMessages(), std::string("1:27 ") + kHostCategoryNeedText + " | 1 | sex\n1:36 " +
+  EXPECT_EQ(fSession.ShowMessages(), std::string("1:27 ") + kHostCategoryNeedText + " | 1 | sex\n1:35 " +
                                          kHostCategoryNeedNumber + " | f | group");
   spec.SetErrorReport(false);
   EXPECT_EQ(spec.ValidateCatValue(5, tokens[0]), nullptr);
