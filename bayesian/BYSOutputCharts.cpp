@@ -78,6 +78,12 @@ void FillColours(XViZTemplate& chart) {
   chart.setTemplateText(text);
 }
 
+// The component leaves a curve that doesn't exist empty.
+bool HasNumbers(const std::vector<double>& values) {
+  return std::any_of(values.begin(), values.end(),
+                     [](double value) { return value != ZARQ_DataSource::GetMissingValue(); });
+}
+
 void AddSeries(VarDataProcessor& data, XViZTemplate& chart, const char* name,
                const std::vector<double>& values) {
   data.AddVariable(name);
@@ -128,7 +134,7 @@ void BYSOutput::SendCharts(const ChartSource& source, const ChartSet& set) const
 
 bool BYSOutput::HasCurves(const ChartSet& set, std::size_t chart) {
   return std::any_of(set.curves.begin(), set.curves.end(),
-                     [chart](const ChartCurve& curve) { return !(*curve.values)[chart].empty(); });
+                     [chart](const ChartCurve& curve) { return HasNumbers((*curve.values)[chart]); });
 }
 
 void BYSOutput::SendChart(const char* templateName, const ChartSet& set, std::size_t chart) const {
@@ -137,7 +143,7 @@ void BYSOutput::SendChart(const char* templateName, const ChartSet& set, std::si
   FillColours(chartTemplate);
   VarDataProcessor data(kDataSource);
   for (const ChartCurve& curve : set.curves) {
-    if ((*curve.values)[chart].empty()) continue;
+    if (!HasNumbers((*curve.values)[chart])) continue;
     AddSeries(data, chartTemplate, curve.argument, (*curve.arguments)[chart]);
     AddSeries(data, chartTemplate, curve.value, (*curve.values)[chart]);
   }

@@ -194,7 +194,8 @@ class Writer {
 
   // A curve in words: what it is, from where to where, and where it peaks.
   static std::string Describe(const Plot& plot) {
-    std::string text = plot.fPanel.fTitle + ". " + plot.fPanel.fDescription + ".";
+    std::string text = plot.fPanel.fTitle + ".";
+    if (!plot.fPanel.fDescription.empty()) text += " " + plot.fPanel.fDescription + ".";
     const ChartCurve& curve = plot.fPanel.fvCurves.back();
     const ChartPoint first = curve.fvRuns.front().front();
     const ChartPoint last = curve.fvRuns.back().back();
