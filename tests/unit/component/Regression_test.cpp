@@ -454,6 +454,9 @@ TEST(Regression, FlagsWhatEarlierParametersDetermine) {
       {"a sum of units far apart",
        {Mapped(x, [](double v) { return 1e6 * v; }), z, Sum(Mapped(x, [](double v) { return 1e6 * v; }), z)},
        {false, false, false, true}},
+      {"a small difference of large columns",
+       {Sum(Mapped(x, [](double v) { return 1e6 * v; }), z), Mapped(x, [](double v) { return 1e6 * v; }), z},
+       {false, false, false, true}},
       {"a small difference",
        {x, Mapped(x, [](double v) { return v + 1e-9 * v * v; })},
        {false, false, false}},
@@ -597,6 +600,12 @@ const StatusRow kStatuses[] = {
      {410043},
      1,
      3},
+    {"an F-test that names a variable twice",
+     [](BSNSettings& s) {
+       s.SetFTests({TestOf({3, 3}, {1})});
+     },
+     12,
+     {}},
     {"an F-test of nothing", [](BSNSettings& s) { s.SetFTests({TestOf({0}, {})}); }, 12, {410048}},
     {"one predictor value for three", [](BSNSettings& s) { s.SetRegressors({1}); }, 12, {410000}},
     {"analysis of variance with a covariate",
@@ -797,6 +806,23 @@ TEST(Regression, DrawsCurvesOnOneRange) {
                                     ? BayesComponent::InverseGammaDistribution(2, 3).Density(firstVariance)
                                     : 1 / firstVariance;
     EXPECT_NEAR(curves[1].fPrior.front() / priorDensity, 1, 1e-14);
+  }
+}
+
+// The density under a flat prior and the likelihood know the same sum of squares, variance * (df - 2).
+TEST(Regression, DrawsTheProfileLikelihood) {
+  Model<Regression> run(FactorSettings(), kDesign);
+  const Regression& record = run.Record();
+  const std::tuple<BayesEstimation, CurveRow, double> rows[] = {
+      {record.GetVarCoeffBayesEstimations().at(6), CurvesOf(record, 6).at(0), 12},
+      {record.GetPredictedBayesEstimation(), CurvesOf(record, 6).at(2), 13},
+  };
+  for (const auto& [posterior, curves, cases] : rows) {
+    for (const std::size_t i : {std::size_t{0}, std::size_t{60}, std::size_t{180}}) {
+      const double distance = curves.fLikelihoodArguments.at(i) - posterior.fMode;
+      const double expected = -cases / 2 * std::log1p(distance * distance / (posterior.fVariance * 5));
+      EXPECT_NEAR(curves.fLikelihood.at(i), expected, 1e-11 * std::abs(expected)) << cases;
+    }
   }
 }
 
