@@ -149,7 +149,7 @@ const std::vector<BadFile> kBadFiles = {
     {"text behind a quote", "x,y\n1,\"ab\"c\n3,4\n", {"line 2: ", "closing quote and the next comma"}},
     {"mixed line ends", "x,y\n1,2\r\n3,4\n", {"line 2: ", "line end"}},
     {"late mixed line ends", Late("x,y\n", "1,2\n", "1,2\r\n"), {"line 30002: ", "line end"}},
-    {"archive", "\x1F\x8B\x08rest", {"gzip", "Unpack"}},
+    {"archive", "\x1F\x8B\x08rest", {"gzip", "damaged"}},
     {"workbook", "PK\x03\x04rest", {"workbook", "CSV"}},
     {"UTF-16", std::string("\xFF\xFEx\0", 4), {"UTF-16", "UTF-8"}},
     {"binary", std::string("x,y\n1,\0\n", 8), {"binary"}},
