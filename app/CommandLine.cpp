@@ -90,6 +90,7 @@ Request ParseCommandLine(int argc, char** argv) {
   AddLimits(*describe, request);
 
   CLI::App* help = app.add_subcommand("help", "show the grammar of a command");
+  help->add_flag("--markdown", request.fMarkdown, "all commands, as Markdown");
   help->add_option("command", request.fHelpTopic, "name of a command, such as ONESAMPLE");
 
   try {

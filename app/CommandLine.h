@@ -30,6 +30,7 @@ struct Request {
   bool fQuiet = false;
   bool fFingerprint = false;
 
+  bool fMarkdown = false;  // help as Markdown
   std::string fHelpTopic;  // a command's name; empty: all of them
 };
 

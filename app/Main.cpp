@@ -119,6 +119,10 @@ int Dispatch(const Request& request) {
       DescribeData(request.fDataFile, std::cout);
       return kSuccess;
     case Action::Help:
+      if (request.fMarkdown) {
+        ShowReference(std::cout);
+        return kSuccess;
+      }
       return ShowHelp(request.fHelpTopic, std::cout) ? kSuccess : kUsageError;
     case Action::Done:
       break;

@@ -1,6 +1,7 @@
 #include "bayesian/BYSParser.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "bayesian/BYSAssert.h"
 #include "platform/component/Common.h"
@@ -25,9 +26,10 @@ double ReadNumber(const ParamObj& param, double defaultValue) {
   return defaultValue;
 }
 
+// A number beyond int means as many as there can be.
 int ReadInteger(const ParamObj& param, long defaultValue) {
   param.getIntegerValue(defaultValue);
-  return static_cast<int>(defaultValue);
+  return static_cast<int>(std::min<long>(defaultValue, std::numeric_limits<int>::max()));
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ void CsvScanner::ReadRecord() {
     ReadCell();
   }
   TakeNewLine();
-  if (fFile && fFile->IsDamaged()) fFault = Fault::DamagedArchive;
+  if (Peek() == kEnd && fFile && fFile->IsDamaged()) fFault = Fault::DamagedArchive;
 }
 
 void CsvScanner::ReadCell() {

@@ -176,6 +176,8 @@ void EngineTable::Explain(const std::vector<int>& /*columns*/, const std::string
   const std::string path = std::filesystem::absolute(fFile.fPath).lexically_normal().string();
   for (std::size_t at = text.find(path); at != std::string::npos; at = text.find(path))
     text.replace(at, path.size(), fFile.fName);
+  if (text.find("expected records") != std::string::npos)
+    text = "It holds no records. Expected [{\"name\": value, ...}, ...], or one such object on each line.";
   throw DataError({fFile.fName, 0, 0, {}},
                   fmt::format("The file can't be read: {} Make it anew, or save the table as CSV.", text));
 }

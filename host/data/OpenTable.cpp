@@ -1,6 +1,7 @@
 #include "host/data/OpenTable.h"
 
 #include "host/data/CsvFile.h"
+#include "host/data/DataError.h"
 #include "host/data/Dictionary.h"
 #include "host/data/EngineTable.h"
 #include "host/data/SqlTable.h"
@@ -21,6 +22,10 @@ std::unique_ptr<TableSource> OpenFile(const DataFile& file, Engine& engine, cons
 
 std::unique_ptr<TableSource> OpenTable(const DataFile& file, const DataOptions& options, Engine& engine) {
   CheckFile(file);
+  if (std::filesystem::file_size(file.fPath) == 0) {
+    throw DataError({file.fName, 0, 0, {}},
+                    "The file is empty. Expected a line of variable names and one line for each case.");
+  }
   const std::optional<Dictionary> dictionary =
       options.fDictionary ? Dictionary(*options.fDictionary) : Dictionary::FindBeside(file);
   auto table = OpenFile(file, engine, dictionary ? &*dictionary : nullptr);

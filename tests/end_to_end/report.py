@@ -4,10 +4,19 @@ import os
 import subprocess
 
 
-def run(program, arguments, folder):
-    """Exit status, report (None when there is none) and standard error of `bayes run ... --format json`."""
-    done = subprocess.run([program, "run", *arguments, "--format", "json"], cwd=folder, capture_output=True,
+def start(program, arguments, folder):
+    """The finished process of `bayes run ... --format json`."""
+    return subprocess.run([program, "run", *arguments, "--format", "json"], cwd=folder, capture_output=True,
                           text=True, timeout=300, env={**os.environ, "LC_ALL": "C.UTF-8"})
+
+
+def run(program, arguments, folder):
+    """Exit status, report (None when there is none) and standard error of such a process."""
+    return read(start(program, arguments, folder))
+
+
+def read(done):
+    """The same of a finished process."""
     try:
         report = json.loads(done.stdout)
     except json.JSONDecodeError:

@@ -5,6 +5,8 @@
     --- heights.csv              a file of the case's folder
     x
     1
+    --- old.csv latin1           how the file is written: latin1, gzip, cut (its last 8 bytes are missing),
+    --- long.csv repeat=2:500    folder (it is none), repeat=LINE:COUNT (the line comes COUNT times)
     --- study.bay                the commands; the program is run on this file
     DATA FILE='heights.csv'.
     ...
@@ -25,10 +27,13 @@
     colours TITLE | #123456 ...  of its lines, in order
     curve TITLE | SERIES | SERIES | 7 | 0.4     arguments and values of a curve: the value at an argument, to 0.1 %
     heading TEXT | 2             a heading with that many charts under it
-    file NAME                    a file that the run left in the case's folder
     stderr TEXT                  standard error holds the text
     messages 2                   number of messages
+    head KEY | VALUE             an entry of the data in the report's head
+    same --threads 2             with these arguments in place of `args` the report is the same, byte for byte
+    file NAME | TEXT             a file of the case's folder holds this text (any, without TEXT), "\\n" for line ends; `no file NAME`: none
 """
+import gzip
 import math
 import pathlib
 import sys
@@ -80,11 +85,35 @@ def value_at(document, arguments, values, x):
     return math.nan
 
 
+def repeat(text, line, count):
+    lines = text.splitlines(keepends=True)
+    lines[line - 1] *= count
+    return "".join(lines)
+
+
+def write(folder, heading, text):
+    """A file of the case, by its name and how it is written."""
+    name, *ways = heading.split()
+    path = pathlib.Path(folder, name)
+    if "folder" in ways:
+        path.mkdir()
+        return
+    for way in ways:
+        if way.startswith("repeat="):
+            text = repeat(text, *(int(number) for number in way[len("repeat="):].split(":")))
+    data = text.encode("latin-1" if "latin1" in ways else "utf-8")
+    data = gzip.compress(data, mtime=0) if "gzip" in ways else data
+    path.write_bytes(data[:-8] if "cut" in ways else data)
+
+
 class Expectations:
     """One method for each kind of expectation; each returns whether the run meets it."""
 
-    def __init__(self, status, report, stderr, left=()):
-        self.status, self.report, self.stderr, self.left = status, report, stderr, left
+    def __init__(self, start, folder, arguments):
+        self.start, self.folder = start, pathlib.Path(folder)
+        done = start(arguments)
+        self.status, self.report, self.stderr = reports.read(done)
+        self.stdout = done.stdout
 
     def message(self, level, rest):
         place, _, rest = rest.partition(" ")
@@ -113,6 +142,8 @@ class Expectations:
 
     def no(self, rest):
         kind, _, title = rest.partition(" ")
+        if kind == "file":
+            return not (self.folder / title).exists()
         return (kind in ("table", "chart") and self.report is not None
                 and title not in [item["title"] for item in reports.items(self.report, kind)])
 
@@ -150,9 +181,6 @@ class Expectations:
         return any(sum(item["type"] == "chart" for item in heading["items"]) == int(count)
                    for heading in reports.items(self.report, "heading") if heading["text"] == text)
 
-    def file(self, rest):
-        return rest in self.left
-
     def cell(self, rest):
         title, row, column, value = fields(rest)
         found = reports.cells(self.report, title, row.split(" > "), column.split(" > "))
@@ -179,6 +207,18 @@ class Expectations:
         return any(entry["label"] == label and entry["text"] == text
                    for notes in reports.items(self.report, "notes") for entry in notes["entries"])
 
+    def file(self, rest):
+        name, *text = fields(rest)
+        path = self.folder / name
+        return path.is_file() and "".join(text).replace("\\n", "\n") in path.read_text(encoding="utf-8")
+
+    def same(self, rest):
+        return self.start(rest.split()).stdout == self.stdout
+
+    def head(self, rest):
+        key, value = fields(rest)
+        return str(self.report["run"].get("data", {}).get(key)) == value
+
     def stderr_holds(self, rest):
         return rest in self.stderr
 
@@ -194,17 +234,21 @@ def check(program, files, expect):
         else:
             lines.append((word, rest))
     with tempfile.TemporaryDirectory() as folder:
-        for name, text in files.items():
-            pathlib.Path(folder, name).write_bytes(text.encode("utf-8"))
-        status, report, stderr = reports.run(program, ["study.bay", *options["args"].split()], folder)
-        left = [str(path.relative_to(folder)) for path in pathlib.Path(folder).rglob("*")]
-    seen = Expectations(status, report, stderr, left)
-    failed = [] if status == int(options["status"]) else [f"status {status} instead of {options['status']}"]
-    for word, rest in lines:
-        method = seen.stderr_holds if word == "stderr" else getattr(seen, word)
-        if not method(rest):
-            failed.append(f"{word} {rest}")
-    return failed, stderr, reports.items(report, "message")
+        for heading, text in files.items():
+            write(folder, heading, text)
+
+        def start(arguments):
+            return reports.start(program, ["study.bay", *arguments], folder)
+
+        seen = Expectations(start, folder, options["args"].split())
+        failed = []
+        if seen.status != int(options["status"]):
+            failed.append(f"status {seen.status} instead of {options['status']}")
+        for word, rest in lines:
+            method = seen.stderr_holds if word == "stderr" else getattr(seen, word)
+            if not method(rest):
+                failed.append(f"{word} {rest}")
+    return failed, seen.stderr, reports.items(seen.report, "message")
 
 
 def main(program, script):
