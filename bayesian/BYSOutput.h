@@ -88,49 +88,50 @@ class BYSOutput {
   BpComposite GetGroupLabel(int group) const;
   GroupValues DecodeGroup(int group) const;
 
-  // One curve of a chart: the names of its series, and per chart its arguments and its values. A chart
-  // without values has no such curve.
+  // One curve of a chart: the names of its series, its arguments and its values.
   struct ChartCurve {
     const char* argument;
     const char* value;
-    const MCBSN_850::Curves* arguments;
-    const MCBSN_850::Curves* values;
+    const MCBSN_850::Values* arguments;
+    const MCBSN_850::Values* values;
   };
-
-  // The charts of a model. Each chart has a title and panel titles of its own; the curves' lists hold one
-  // entry for each chart.
-  struct ChartSet {
+  struct PosteriorChart {
+    ChartString title;
     const char* axisTitle;
-    std::vector<ChartString> titles;
     std::vector<ChartString> panelTitles;
     std::vector<ChartCurve> curves;
   };
+  // The charts of a model's results, in the order shown.
   struct ChartSource {
     BSNConst::ModelTypes model;
     BSNConst::DistTypes distribution;
     const char* chartTemplate;
-    ChartSet (BYSOutput::*make)() const;
+    std::vector<PosteriorChart> (BYSOutput::*make)() const;
   };
   static const ChartSource kChartSources[];
 
   // BYSOutputCharts.cpp
   void CreatePosteriorChart();
-  void SendCharts(const ChartSource& source, const ChartSet& set) const;
-  void SendChart(const char* templateName, const ChartSet& set, std::size_t chart) const;
-  static bool HasCurves(const ChartSet& set, std::size_t chart);
-  static void AddLabels(XViZTemplate& chartTemplate, const ChartSet& set, const ChartString& title);
-  template <class Stats>
-  static std::vector<ChartCurve> GetThreeCurves(const Stats& stats);
-  ChartSet MakeNormalCharts() const;
-  ChartSet MakeBinomialCharts() const;
-  ChartSet MakePoissonCharts() const;
-  ChartSet MakeRelatedCharts() const;
-  ChartSet MakeIndependentCharts() const;
+  void SendCharts(const char* templateName, const std::vector<PosteriorChart>& charts) const;
+  void SendChart(const char* templateName, const PosteriorChart& chart) const;
+  static bool HasCurves(const PosteriorChart& chart);
+  static void AddLabels(XViZTemplate& chartTemplate, const PosteriorChart& chart);
+
+  // BYSOutputChartSources.cpp
+  std::vector<PosteriorChart> MakeNormalCharts() const;
+  std::vector<PosteriorChart> MakeBinomialCharts() const;
+  std::vector<PosteriorChart> MakePoissonCharts() const;
+  std::vector<PosteriorChart> MakeRelatedCharts() const;
+  std::vector<PosteriorChart> MakeIndependentCharts() const;
+  std::vector<PosteriorChart> MakeRegressionCharts() const;
+  static PosteriorChart MakeThreeCurves(const ChartString& title, const char* axisTitle,
+                                        const MCBSN_850::Values* const (&curves)[6]);
+  bool IsChartWanted(const MCMath_850::MCRegrParameter& parameter, std::size_t iParam) const;
   ChartString GetChartName(int slot) const;
-  std::vector<ChartString> GetVariableTitles(const std::vector<int>& slots) const;
-  static ChartString GetPairTitle(const ChartString& first, const ChartString& second);
+  ChartString GetVariableTitle(int slot) const;
+  ChartString GetParameterTitle(const MCMath_850::MCRegrParameter& parameter) const;
+  ChartString GetGroupChartLabel(int group) const;
   ChartString GetDifferenceLabel(const ChartString& first, const ChartString& second) const;
-  ChartString GetChartGroupLabel(int group) const;
 
   // BYSOutputRegression.cpp
   void DisplayAnovaReg();
