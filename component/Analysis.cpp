@@ -16,6 +16,7 @@ constexpr AnalysisKind kKinds[] = {
     {BSNConst::OneSample, BSNConst::Poisson, MakeOneSamplePoisson},
     {BSNConst::Related, BSNConst::Normal, MakeRelatedSamples},
     {BSNConst::Independent, BSNConst::Normal, MakeIndependentSamples},
+    {BSNConst::Correlation, BSNConst::Normal, MakeCorrelation},
 };
 
 }  // namespace
