@@ -18,6 +18,7 @@ constexpr AnalysisKind kKinds[] = {
     {BSNConst::Independent, BSNConst::Normal, MakeIndependentSamples},
     {BSNConst::Regression, BSNConst::Normal, MakeMultipleRegression},
     {BSNConst::Anova, BSNConst::Normal, MakeMultipleRegression},
+    {BSNConst::Correlation, BSNConst::Normal, MakeCorrelation},
 };
 
 }  // namespace

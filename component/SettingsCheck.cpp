@@ -27,7 +27,9 @@ bool HasGroups(const BSNSettings& settings) {
 }
 
 bool HasCorrelationVariables(const BSNSettings& settings) {
-  return settings.GetCovariates().size() >= 2;
+  const double b = settings.GetRegrComPar();
+  return settings.GetCovariates().size() >= 2 && std::abs(settings.GetNullValue()) < 1 &&
+         (!IsGiven(b) || (b > 0 && b < 1)) && IsGiven(settings.GetCorrCValue());
 }
 
 // One value for each predictor, or none at all.

@@ -5,10 +5,13 @@
 namespace BayesComponent {
 
 enum StatusCode : int {
-  kIntegralNotConverged = 901,          // the value stands
-  kNoAnalysis = 410000,                 // error: the settings describe no analysis
-  kCancelled = 410001,                  // error: the user stopped the run
-  kNoValidCases = 410003,               // error
+  kIntegralNotConverged = 901,  // the value stands
+  kNoAnalysis = 410000,         // error: the settings describe no analysis
+  kCancelled = 410001,          // error: the user stopped the run
+  kNoValidCases = 410003,       // error
+  kTooFewCasesForPair = 410006,
+  kConstantInPair = 410008,
+  kPerfectCorrelation = 410009,
   kConstantVariable = 410010,           // variable
   kDependentConstant = 410011,          // error
   kPredictorsConstant = 410012,         // error

@@ -3,6 +3,7 @@
 
 #include <iosfwd>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/Visibility.h"
@@ -223,6 +224,43 @@ class BAYES_PLATFORM BSN2SampleIndOutputStats : public BSNOutputStats {
   const Curves& GetPlotYPrior() const;
   const Curves& GetPlotArguments() const;
   const Curves& GetPlotPosterior() const;
+
+  void Write(std::ostream& stream) const override;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
+// Correlations of all pairs of variables: Pearson's r, Spearman's rho or Kendall's tau-b, as the settings
+// say. One entry per pair, (0, 1), (0, 2), ... (1, 2), ...
+class BAYES_PLATFORM BSNPearsonCorrelationOutputStats : public BSNOutputStats {
+ public:
+  struct Data;
+  explicit BSNPearsonCorrelationOutputStats(std::shared_ptr<const Data> data);
+
+  // Positions in the list of covariates.
+  const std::vector<std::pair<int, int>>& GetVarPairIndices() const;
+  // The sample's coefficient.
+  const Values& GetPearsonCorrelation() const;
+  // Bayes factor of null over alternative; its natural logarithm where the flag is set.
+  const Values& GetBayesFactor() const;
+  const Flags& GetIsLogBayesFactor() const;
+  // Whether the quadrature behind the Bayes factor failed, so that it is a Monte Carlo estimate.
+  const Flags& GetIndIntegralFailed() const;
+  // Valid cases of each variable, and of each pair.
+  const Values& GetVarN() const;
+  const Values& GetVarPairN() const;
+  // Posterior of the population coefficient.
+  const Values& GetPosteriorMode() const;
+  const Values& GetPosteriorMean() const;
+  const Values& GetPosteriorVariance() const;
+  const Values& GetPosteriorLowerBound() const;
+  const Values& GetPosteriorUpperBound() const;
+  // Curves of the charts, on one list of arguments for each pair; empty beyond the number of plots set.
+  const Curves& GetPlotXAxis() const;
+  const Curves& GetPlotLogLikelihood() const;
+  const Curves& GetPlotPosterior() const;
+  const Curves& GetPlotPrior() const;
 
   void Write(std::ostream& stream) const override;
 
