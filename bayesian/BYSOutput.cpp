@@ -35,6 +35,17 @@ const BYSOutput::Step BYSOutput::kSteps[] = {
     {BSNConst::Correlation, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFCorrel},
     {BSNConst::Correlation, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayDistrCorrel},
     {BSNConst::LogLinear, BSNConst::Normal, When::Always, &BYSOutput::DisplayLogLinearOutput},
+    // With both analyses each of them starts with the analysis of variance.
+    {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayAnovaReg},
+    {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayAnovaReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstCoefReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstVarErrReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPreRespReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayFtestReg},
+    {BSNConst::Anova, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFAnova},
+    {BSNConst::Anova, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstCoefReg},
+    {BSNConst::Anova, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstVarErrReg},
 };
 
 BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, const BYSValidSpecs* specs,

@@ -40,7 +40,7 @@ class BYSOutput {
   // One column of a table: its group ("Posterior", the credible interval), its label, the format of a cell
   // and the values, one for each row.
   enum class Group { None, Posterior, Interval, Observed, Counts };
-  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance, Correlation };
+  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance, Coefficient, Correlation };
   struct Column {
     Group group;
     const char* label;
@@ -103,6 +103,31 @@ class BYSOutput {
   void AnnotBayesFactor(BpCategory& category) const;
   BpComposite GetInteractionLabel(int row, int column) const;
   void FillInteraction(BpDimension& statistics, const MCBSN_850::BayesEstimation& estimation) const;
+
+  // BYSOutputRegression.cpp
+  void DisplayAnovaReg();
+  void DisplayBFReg();
+  void DisplayEstCoefReg();
+  void DisplayEstVarErrReg();
+  void DisplayPreRespReg();
+  void DisplayFtestReg();
+  void DisplayFtest(const MCBSN_850::BayesFTest& test, const MCMath_850::MCTestStats& result, int number);
+  void AnnotRegrDepend(BpPivotTable& table) const;
+  void AnnotRegrWeight(BpPivotTable& table) const;
+  void AnnotRegrModel(BpPivotTable& table) const;
+  void AnnotRegrModelFromPattern(BpPivotTable& table, const char* pattern) const;
+  void AnnotRegrMethod(BpPivotTable& table) const;
+  void AnnotRegrPrior(BpPivotTable& table) const;
+  BpAnnotation GetPredictionNote(const std::vector<double>& point) const;
+  BpComposite GetRegrMethodText(const char* key) const;
+  const ZARQ_Variable& GetDependent() const;
+  std::vector<const ZARQ_Variable*> GetPredictors() const;
+
+  // BYSOutputAnova.cpp
+  void DisplayBFAnova();
+  // The rows regression, residual and total of an analysis of variance, under these labels.
+  static void FillAnova(BpDimension& rows, BpDimension& statistics, const char* const (&labels)[3],
+                        const std::vector<double>& anova);
 
   // BYSOutputParts.cpp: what the tables of sample tests have in common.
   BpPivotTable OpenTable(const char* title);

@@ -96,6 +96,8 @@ BpFormatSpec BYSOutput::GetFormat(Format format, const std::vector<const ZARQ_Va
       return BpProcedure::Significance();
     case Format::Correlation:
       return BpProcedure::Correlation();
+    case Format::Coefficient:
+      return BpProcedure::Coefficient();
     default:
       return BpProcedure::GeneralStat();
   }

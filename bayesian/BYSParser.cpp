@@ -45,6 +45,11 @@ BYSParser::BYSParser(ZARQ_TokenSequence& tokens, BYSValidSpecs& specs, const Pro
       fInferenceVars("INFERENCE", "VARIABLES", false, fDescriptor),
       fTableVars("TABLE", "TABLE", false, fDescriptor),
       fGroupVar("INFERENCE", "GROUP", false, fDescriptor),
+      fDependentVar("", "", false, fDescriptor),
+      fFullFactors("", "BY", false, fDescriptor),
+      fFullCovariates("", "WITH", true, fDescriptor),
+      fDesignFactors("DESIGN", "FACTORS", false, fDescriptor),
+      fDesignCovariates("DESIGN", "COVARIATES", true, fDescriptor),
       fMissing(MCCommon_850::MCMV::Missing()) {
   fMessage.SetCommandName(commandName);
   fMessage.SetProcedureTitle(procTitle);
@@ -62,10 +67,6 @@ bool BYSParser::ProcessCommandSpec(const CommandSpec& spec) {
     fMessage.NoSubCom();
     return false;
   }
-  if (IsModel(BSNConst::Regression) || IsModel(BSNConst::Anova)) {
-    fMessage.GenericError("Command ^1 not available yet ...", fDescriptor.GetCommandName());
-    return false;
-  }
   if (!ProcessSubCommands(spec)) return false;
   WarnAboutIdle(spec);
   return true;
@@ -75,7 +76,8 @@ bool BYSParser::ProcessCommandSpec(const CommandSpec& spec) {
 bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
   InitSettings();
   ProcessExternVars();
-  return ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
+  return ReadOne(spec, "", &BYSParser::ProcessNoNameSubCom) &&
+         ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
          ReadOne(spec, "CRITERIA", &BYSParser::ProcessCriteriaSubCom) &&
          ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) &&
          ReadOne(spec, "TABLE", &BYSParser::ProcessTableSubCom) && CheckTableGiven() &&
@@ -83,7 +85,7 @@ bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
          ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) &&
          ReadEach(spec, "PAIR", &BYSParser::ProcessPairSubCom) && CompletePairs(spec) &&
          CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom) &&
-         ReadOne(spec, "PRINT", &BYSParser::ProcessPrintSubCom);
+         ProcessModelSubCommands(spec) && ReadOne(spec, "PRINT", &BYSParser::ProcessPrintSubCom);
 }
 
 bool BYSParser::ReadOne(const CommandSpec& spec, const char* name, Reader reader) {

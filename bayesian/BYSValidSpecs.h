@@ -122,6 +122,12 @@ class BYSValidSpecs {
                                        BYSProcAdapter& adapter) const;
   bool CheckShapeRows(const std::vector<int>& factorSizes, const BYSProcAdapter& adapter) const;
   std::string GetFreeVarName(int slot) const;
+  // BYSValidSpecsModel.cpp: values of predictors that a command gave.
+  void CompleteModelValues(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  void CompleteRegressors(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  void CompleteMeansGroups(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  int EncodeGivenValue(int slot, const OBS& value, const BYSProcAdapter& adapter, const char* key,
+                       const char* splitKey) const;
 
   const ProcedureDataSource& fDataSource;
   std::string fProcTitle;

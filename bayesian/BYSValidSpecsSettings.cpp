@@ -35,6 +35,7 @@ bool BYSValidSpecs::CompleteSettings(Settings& compSettings, BYSProcAdapter* ada
     compSettings.SetFactorNCategs(binomial ? std::vector<int>(factors.size(), 2)
                                            : CompleteFactorSizes(factors, ascending, *adapter));
   }
+  CompleteModelValues(compSettings, *adapter);
   return CheckShapeRows(compSettings.GetFactorSizes(), *adapter);
 }
 
