@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <iostream>
 
 #include "app/Module.h"
 #include "app/Statements.h"
 #include "host/data/DataSet.h"
 #include "host/output/CommandOutput.h"
+#include "host/output/SharePath.h"
 #include "host/parser/GrammarHelp.h"
 #include "host/session/Session.h"
 
@@ -32,6 +34,16 @@ void RecordGrammars() {
     session.BeginCommand(text, std::make_shared<BayesHost::CommandOutput>(command, text.fSource, 1));
     module.Find(command)(nullptr);
   }
+}
+
+// Command files to start from, for the commands that have some: share/help/onesample.bay for BAYES ONESAMPLE.
+void ShowExamples(const std::string& command, std::ostream& out) {
+  std::string word = command.substr(command.rfind(' ') + 1);
+  std::transform(word.begin(), word.end(), word.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const std::filesystem::path file = std::filesystem::path("help") / (word + ".bay");
+  if (!std::filesystem::exists(BayesHost::GetSharePath() / file)) return;
+  out << "\nExamples\n\n" << BayesHost::ReadShareFile(file);
 }
 
 std::string UpperCase(std::string text) {
@@ -63,6 +75,7 @@ bool ShowHelp(const std::string& topic, std::ostream& out) {
     return false;
   }
   out << BayesHost::RenderHelpText(*BayesHost::GrammarHelp::Find(*found));
+  ShowExamples(*found, out);
   return true;
 }
 

@@ -195,7 +195,9 @@ void Runner::ShowMessages(const CommandOutput& output) const {
       const auto* message = std::get_if<BayesHost::Message>(&item.fContent);
       if (message == nullptr) continue;
       if (fRequest.fQuiet && message->fLevel == BayesHost::Message::Level::Warning) continue;
-      std::cerr << BayesHost::Diagnostic::Of(*message, fSource.fFile, output.GetLine()).Format(false);
+      std::cerr << BayesHost::Diagnostic::Of(*message, fSource.fFile.empty() ? "-c" : fSource.fFile,
+                                             output.GetLine())
+                       .Format(false);
     }
   };
   show(show, output.GetItems());

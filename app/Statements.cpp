@@ -51,7 +51,7 @@ std::variant<SubComObj, Fault> ReadBody(const LexedText& text, const CommandDesc
   std::vector<SubComObj> accepted;
   if (auto fault = BayesHost::CheckCommand(text, true, grammar, accepted)) return *std::move(fault);
   if (!accepted.empty()) return accepted.front();
-  const std::string& end = BayesHost::StringTable::English().Find("the end of the command");
+  const std::string end = BayesHost::StringTable::English().Find("the end of the command");
   return Fault{BayesHost::kHostMissingBody, {end, grammar.GetCommandName()}, text.fStop};
 }
 

@@ -62,9 +62,13 @@ std::string EscapeNewLine(const std::string& newLine) {
 }  // namespace
 
 CsvFile::CsvFile(DataFile file) : fFile(std::move(file)), fDialect(CsvDialect::Settle(fFile)) {
-  ReadNames();
+  ReadFirstRecord();
+  std::vector<Profile> profiles = SettleDecimal();
+  fHasNames = !LooksLikeCase(profiles);
+  if (!fHasNames) profiles = SettleDecimal();
+  NameVariables();
   CheckNames();
-  SettleTypes();
+  MakeVariables(profiles);
 }
 
 void CsvFile::Refuse(std::uint64_t line, int column, const std::string& text) const {
@@ -72,19 +76,30 @@ void CsvFile::Refuse(std::uint64_t line, int column, const std::string& text) co
   throw DataError({fFile.fName, line, column, name}, text);
 }
 
-void CsvFile::ReadNames() {
+void CsvFile::ReadFirstRecord() {
   CsvScanner scanner(fFile.fPath, fDialect);
   if (!scanner.Next() || scanner.GetLine() > 1) {
     Refuse(1, 0, "The line is empty. Expected the variable names: delete the empty lines before them.");
   }
-  for (int i = 0; i < scanner.CountCells(); ++i) {
-    if (ClassifyCell(scanner.GetCell(i), fDialect.fDecimal) == CellKind::Number) fHasNames = false;
-    fvNames.emplace_back(TrimBlanks(scanner.GetCell(i)));
+  for (int i = 0; i < scanner.CountCells(); ++i) fvNames.emplace_back(TrimBlanks(scanner.GetCell(i)));
+  CheckRecord(scanner);
+}
+
+bool CsvFile::LooksLikeCase(const std::vector<Profile>& profiles) const {
+  bool hasNumber = false;
+  for (std::size_t i = 0; i < fvNames.size(); ++i) {
+    const CellKind kind = ClassifyCell(fvNames[i], fDialect.fDecimal);
+    const bool aboveText = profiles[i].GetType() == ColumnType::Text || !profiles[i].HasValue();
+    if (kind == CellKind::Text && !aboveText) return false;
+    hasNumber |= kind == CellKind::Number;
   }
+  return hasNumber;
+}
+
+void CsvFile::NameVariables() {
   for (std::size_t i = 0; i < fvNames.size(); ++i) {
     if (!fHasNames || fvNames[i].empty()) fvNames[i] = fmt::format("V{}", i + 1);
   }
-  CheckRecord(scanner);
 }
 
 void CsvFile::CheckNames() const {
@@ -175,10 +190,11 @@ std::vector<CsvFile::Profile> CsvFile::ReadSample(char decimal, std::set<std::st
   return profiles;
 }
 
-void CsvFile::SettleTypes() {
+std::vector<CsvFile::Profile> CsvFile::SettleDecimal() {
   const auto isNumeric = [](const Profile& profile) { return profile.GetType() == ColumnType::Number; };
   const auto countNumeric = [&](const auto& all) { return std::count_if(all.begin(), all.end(), isNumeric); };
   for (const std::string_view word : kMissingWords) fMissingCells.emplace(word);
+  fDialect.fDecimal = '.';
   std::vector<Profile> profiles = ReadSample('.', fMissingCells);
   if (fDialect.fDelimiter != ',' && countNumeric(profiles) < static_cast<std::ptrdiff_t>(profiles.size())) {
     std::vector<Profile> withComma = ReadSample(',', fMissingCells);
@@ -187,7 +203,7 @@ void CsvFile::SettleTypes() {
       fDialect.fDecimal = ',';
     }
   }
-  MakeVariables(profiles);
+  return profiles;
 }
 
 void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {

@@ -12,9 +12,10 @@
 
 namespace BayesHost {
 
-// A text table. Its first record holds the variable names, unless one of its cells is a number: then the
-// variables are called V1, V2, ... A column without a name is called after its position, too. A variable is
-// numeric when no cell of the sample (the first 20,480 records or 8 MB) speaks against it.
+// A text table. Its first record holds the variable names, unless it looks like a case: it has a number in
+// it, and no text above a column of numbers. Then the variables are called V1, V2, ... A column without a
+// name is called after its position, too. A variable is numeric when no cell of the sample (the first 20,480
+// records or 8 MB) speaks against it.
 class CsvFile : public TableSource {
  public:
   // Throws DataError: see CsvDialect::Settle; repeated names; a damaged record in the sample.
@@ -35,13 +36,16 @@ class CsvFile : public TableSource {
     bool fText = false;
     int fDecimals = 0;
     std::size_t fWidth = 1;
+    bool HasValue() const { return fNumbers || fBooleans || fText; }
     ColumnType GetType() const;
   };
 
-  void ReadNames();
+  void ReadFirstRecord();
+  void NameVariables();
   void CheckNames() const;
   std::vector<Profile> ReadSample(char decimal, std::set<std::string>& missingCells) const;
-  void SettleTypes();
+  std::vector<Profile> SettleDecimal();
+  bool LooksLikeCase(const std::vector<Profile>& profiles) const;
   void MakeVariables(const std::vector<Profile>& profiles);
   // To the first record behind the names.
   CsvScanner OpenData() const;
@@ -54,7 +58,7 @@ class CsvFile : public TableSource {
   DataFile fFile;
   CsvDialect fDialect;
   bool fHasNames = true;
-  std::vector<std::string> fvNames;
+  std::vector<std::string> fvNames;  // at first the first record's cells
   std::vector<ColumnType> fvTypes;
   std::vector<VariableState> fvVariables;
   std::set<std::string> fMissingCells;

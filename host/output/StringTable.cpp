@@ -107,7 +107,7 @@ const StringTable& StringTable::English() {
   return table;
 }
 
-const std::string& StringTable::Find(const std::string& key) const {
+std::string StringTable::Find(const std::string& key) const {
   const auto found = fTexts.find(key);
   return found == fTexts.end() ? key : found->second;
 }

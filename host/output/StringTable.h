@@ -44,7 +44,7 @@ class BAYES_PLATFORM StringTable {
 
   bool Has(const std::string& key) const { return fTexts.count(key) != 0; }
   // The text of a key; a key without one is its own text.
-  const std::string& Find(const std::string& key) const;
+  std::string Find(const std::string& key) const;
   std::string Fill(const std::string& key, const Arguments& arguments) const;
 
  private:

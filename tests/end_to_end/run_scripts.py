@@ -79,7 +79,7 @@ class Expectations:
         return len(reports.items(self.report, "message")) == int(rest)
 
     def titles(self):
-        return [table["title"] for table in reports.items(self.report, "table")]
+        return [table[key] for table in reports.items(self.report, "table") for key in ("title", "subtype")]
 
     def table(self, rest):
         return rest in self.titles()

@@ -77,9 +77,10 @@ const SplitCase kCases[] = {
      std::string("0 ") + BayesHost::kHostUnknownCommand + " | DTAA | " + kCommands + " | DATA"},
     {"BAYES ANVOA x.",
      std::string("0 ") + BayesHost::kHostUnknownCommand + " | BAYES ANVOA | " + kCommands + " | BAYES ANOVA"},
-    {"BAYES.", std::string("0 ") + BayesHost::kHostUnknownCommand + " | BAYES | " + kCommands + " | "},
-    {"BAYES RE x.",
-     std::string("0 ") + BayesHost::kHostUnknownCommand + " | BAYES RE | " + kCommands + " | "},
+    {"BAYES.", std::string("0 ") + BayesHost::kHostUnknownCommand + " | BAYES | " + kCommands +
+                   " | BAYES ONESAMPLE, BAYES RELATED"},
+    {"BAYES RE x.", std::string("0 ") + BayesHost::kHostUnknownCommand + " | BAYES RE | " + kCommands +
+                        " | BAYES RELATED, BAYES REGRESSION"},
     {"/INF VAR=x.", std::string("0 ") + BayesHost::kHostUnknownCommand + " | / | " + kCommands + " | "},
     {"DATA.", std::string("4 ") + BayesHost::kHostMissingBody + " | the end of the command | DATA"},
     {"DATA FILE=a.",

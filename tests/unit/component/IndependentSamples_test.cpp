@@ -136,6 +136,7 @@ const StatusRow kStatuses[] = {
      false,
      true},
     {"one constant, equal variances", kEqual, {1, 1, 1}, {2, 3, 5, 6}, {410047}, true, true},
+    {"posterior without a variance", kEqual, {1, 2, 4}, {2, 3, 5}, {410042}, true, true},
     {"informative prior, unequal variances", {{"PriorDistType", 6}}, kFirst, kSecond, {410036}, true, true},
     {"no prior of a variance",
      {{"EqualDataVar", true}, {"PriorDistType", 0}},

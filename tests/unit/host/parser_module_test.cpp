@@ -256,7 +256,7 @@ TEST_F(VariablesTest, RegressionListIsTakenApart) {
       {"height weight BY sex", std::string("1:12 ") + kHostNeedDependent + " | BAYES TEST"},
       {"id BY sex", std::string("1:12 ") + kHostDependentNotNumeric + " | id | BAYES TEST | BAYES TEST"},
       {"height WITH weight sex",
-       std::string("1:31 ") + kHostCovariateNotNumeric + " | sex | WITH | BAYES TEST"},
+       std::string("1:31 ") + kHostCovariateNotNumeric + " | sex | BAYES TEST | BAYES TEST"},
       {"height BY group WITH group", std::string("1:33 ") + kHostVariableRepeated + " | group"},
       {"height BY sex SEX", std::string("1:26 ") + kHostVariableRepeated + " | sex"},
       {"height BY", std::string("1:19 ") + kHostNeedValue + " | BY" + where},
@@ -314,7 +314,7 @@ TEST_F(VariablesTest, CategoryValueMustFitItsVariable) {
   EXPECT_EQ(*word, OBS("f"));
   EXPECT_EQ(spec.ValidateCatValue(5, tokens[0]), nullptr);
   EXPECT_EQ(spec.ValidateCatValue(4, tokens[2]), nullptr);
-  EXPECT_EQ(fSession.ShowMessages(), std::string("1:27 ") + kHostCategoryNeedText + " | 1 | sex\n1:36 " +
+  EXPECT_EQ(fSession.ShowMessages(), std::string("1:27 ") + kHostCategoryNeedText + " | 1 | sex\n1:35 " +
                                          kHostCategoryNeedNumber + " | f | group");
   spec.SetErrorReport(false);
   EXPECT_EQ(spec.ValidateCatValue(5, tokens[0]), nullptr);

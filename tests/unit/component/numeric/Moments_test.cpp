@@ -50,10 +50,16 @@ TEST(Moments, DoesntLetAMeanOfABillionStagnate) {
 TEST(Moments, GivesConstantsNoSpreadAtAll) {
   Moments left;
   Moments right;
-  for (int i = 0; i < 1000; ++i) (i % 3 == 0 ? left : right).Add(0.1, 1 + i % 2);
+  for (int i = 0; i < 1000; ++i) (i % 3 == 0 ? left : right).Add(0.1, 1 + i % 3);
   left.Merge(right);
   EXPECT_EQ(left.SumOfSquares(), 0);
-  EXPECT_EQ(left.Mean(), 0.1);
+  EXPECT_EQ(left.MeanMinus(0.1), 0);
+}
+
+TEST(Moments, KeepsWhatLargeValuesLeaveBehind) {
+  Moments moments;
+  for (const double value : {1.0, 1e100, 1.0, -1e100}) moments.Add(value, 1);
+  EXPECT_EQ(moments.Mean(), 0.5);
 }
 
 }  // namespace
