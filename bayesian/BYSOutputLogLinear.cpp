@@ -252,11 +252,12 @@ void BYSOutput::AnnotBayesFactor(BpCategory& category) const {
   note.Finish();
   category.CellNote(BpAnnotation(note));
   if (prior != BSNConst::PriorIntrinsic || model != BSNConst::Multinomial) return;
-  const bool totalFixed = fpCompSettings->GetFixType() == BSNConst::FixTotal;
-  BpComposite training(totalFixed ? "Training sample is ^1 table ..." : "Training sample is ^1 ^2 table ...",
+  const BSNConst::FixType fixed = fpCompSettings->GetFixType();
+  const bool marginFixed = fixed == BSNConst::FixColumn || fixed == BSNConst::FixRow;
+  BpComposite training(marginFixed ? "Training sample is ^1 ^2 table ..." : "Training sample is ^1 table ...",
                        true);
-  AddCount(training, totalFixed ? stats.GetT() : stats.GetT1());
-  if (!totalFixed) AddCount(training, stats.GetT2());
+  AddCount(training, marginFixed ? stats.GetT1() : stats.GetT());
+  if (marginFixed) AddCount(training, stats.GetT2());
   training.Finish();
   category.CellNote(BpAnnotation(training));
 }

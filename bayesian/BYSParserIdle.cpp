@@ -40,7 +40,6 @@ void BYSParser::WarnAboutIdle(const CommandSpec& spec) const {
     const SubComObj* subcommand = spec.getSubComObj(row.subcommand);
     if (!IsModel(row.model) || subcommand == nullptr || !row.isIdle(fSettings)) continue;
     if (subcommand->getParamObj(row.parameter) == nullptr) continue;
-    fMessage.GenericWarning("Param ^1, subcom ^2, used only with ^3 ...", row.parameter, row.subcommand,
-                            row.neededWith);
+    WarnUsedOnlyWith(row.parameter, row.subcommand, row.neededWith);
   }
 }

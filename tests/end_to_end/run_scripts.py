@@ -15,9 +15,10 @@
     cell TITLE | ROW | COLUMN | 1.54    value of a cell, relative tolerance 1e-9; "text:..." for its text; "." for missing
     cells TITLE | 16             number of cells of the tables with that title
     note LABEL | TEXT            an entry of the notes
+    rows TITLE | A | B           innermost labels of the table's rows, in order
     table TITLE                  such a table; `no table TITLE`: none
     caption TITLE | TEXT         text of a table's caption
-    footnote TITLE | KEY         a footnote of a table
+    footnote TITLE | KEY | TEXT  a footnote of a table, its text when given; `no footnote TITLE | KEY`: none
     stderr TEXT                  standard error holds the text
     messages 2                   number of messages
 """
@@ -85,7 +86,14 @@ class Expectations:
         return rest in self.titles()
 
     def no(self, rest):
-        return rest.startswith("table ") and self.report is not None and rest[len("table "):] not in self.titles()
+        word, _, what = rest.partition(" ")
+        return word in ("table", "footnote") and self.report is not None and not getattr(self, word)(what)
+
+    def rows(self, rest):
+        title, *labels = fields(rest)
+        found = [cell["row"][-1] for table in reports.items(self.report, "table") if table["title"] == title
+                 for cell in table["cells"]]
+        return list(dict.fromkeys(found)) == labels
 
     def cell(self, rest):
         title, row, column, value = fields(rest)
@@ -103,8 +111,9 @@ class Expectations:
                    if table["title"] == title)
 
     def footnote(self, rest):
-        title, key = fields(rest)
-        return any(note["key"] == key for table in reports.items(self.report, "table") if table["title"] == title
+        title, key, *text = fields(rest)
+        return any(note["key"] == key and [note["text"]] == (text or [note["text"]])
+                   for table in reports.items(self.report, "table") if table["title"] == title
                    for note in table["footnotes"])
 
     def note(self, rest):
