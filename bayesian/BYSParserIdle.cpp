@@ -19,15 +19,19 @@ bool HasNoLambdas(const Settings& settings) {
          settings.GetLogLinPriorType() != BSNConst::PriorMixtureDirichlet;
 }
 
+// Null for `isIdle`: always; for `neededWith`: nothing would give it an effect.
 struct Idle {
   BSNConst::ModelTypes model;
   const char* subcommand;
   const char* parameter;
   bool (*isIdle)(const Settings&);
-  const char* neededWith;  // what would give it an effect
+  const char* neededWith;
 };
 constexpr Idle kIdle[] = {
     {BSNConst::Correlation, "ESTBF", "TYPE", &IsRankCorrelation, "CORR=PEARSON"},
+    // Nothing is integrated numerically.
+    {BSNConst::LogLinear, "CRITERIA", "TOL", nullptr, nullptr},
+    {BSNConst::LogLinear, "CRITERIA", "MAXITER", nullptr, nullptr},
     {BSNConst::LogLinear, "ESTBF", "SCALEPARAM", &HasNoScale, "MODEL=POISSON"},
     {BSNConst::LogLinear, "ESTBF", "LAMBDAS", &HasNoLambdas,
      "PRIOR_TYPE=MIXTURE_DIRICHLET, MODEL=NONPARAMETRIC"},
@@ -38,8 +42,14 @@ constexpr Idle kIdle[] = {
 void BYSParser::WarnAboutIdle(const CommandSpec& spec) const {
   for (const Idle& row : kIdle) {
     const SubComObj* subcommand = spec.getSubComObj(row.subcommand);
-    if (!IsModel(row.model) || subcommand == nullptr || !row.isIdle(fSettings)) continue;
+    if (!IsModel(row.model) || subcommand == nullptr) continue;
+    if (row.isIdle != nullptr && !row.isIdle(fSettings)) continue;
     if (subcommand->getParamObj(row.parameter) == nullptr) continue;
-    WarnUsedOnlyWith(row.parameter, row.subcommand, row.neededWith);
+    if (row.neededWith != nullptr) {
+      WarnUsedOnlyWith(row.parameter, row.subcommand, row.neededWith);
+    } else {
+      fMessage.GenericWarning("Param ^1, subcom ^2, no effect in command ^3 ...", row.parameter,
+                              row.subcommand, fDescriptor.GetCommandName());
+    }
   }
 }

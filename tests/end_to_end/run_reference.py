@@ -147,7 +147,7 @@ def agrees(name, value, expected, group, expect):
         unit = variance if statistic == "variance" else math.sqrt(variance)
         return abs(value - expected) <= SIMULATED[statistic] * unit
     if name == "lnBF":
-        return abs(math.log(value) - expected) <= tolerance * max(1, abs(expected))
+        return value > 0 and abs(math.log(value) - expected) <= tolerance * max(1, abs(expected))
     if statistic in LOCATIONS and not name.startswith("stats."):
         absolute = expect.get("tolerances", {}).get("posterior location, absolute")
         scale = math.sqrt(group["variance"] or 0)
@@ -179,7 +179,7 @@ def check(program, data, places, case):
 
 
 def main(program, file):
-    path = pathlib.Path(file)
+    path = pathlib.Path(file).resolve()
     places = PLACES[path.stem]
     cases = [case for case in json.loads(path.read_text())["cases"] if "command" in case["input"]]
     bad = 0
