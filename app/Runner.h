@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/CommandLine.h"
 #include "app/Module.h"
@@ -39,6 +40,7 @@ class Runner {
   bool ResolveNames(const char* statement, const std::vector<ZARQ_Token>& names, bool numericOnly,
                     std::vector<int>& indices) const;
   void OpenData(const std::string& file, const std::filesystem::path& folder);
+  void ExpectColumns(BayesHost::DataSet& data) const;
   void CompleteHead();
   void ShowMessages(const BayesHost::CommandOutput& output) const;
 
@@ -48,6 +50,8 @@ class Runner {
   BayesHost::CommandText fSource;
   BayesHost::Report fReport;
   bool fHasRun = false;
+  std::vector<Statement> fvStatements;
+  std::size_t fNext = 0;  // the statement under way
 };
 
 }  // namespace BayesApp

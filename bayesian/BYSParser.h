@@ -136,7 +136,7 @@ class BYSParser {
 
   // BYSParserRegrPrior.cpp
   bool ProcessRegrPriorSubCom(const SubComObj& subcommand);
-  bool CheckPriorKeywords(const SubComObj& subcommand) const;
+  bool CheckConjugateGiven(const SubComObj& subcommand) const;
   bool ReadPriorNumbers(const SubComObj& subcommand);
   bool ReadVMatrix(const SubComObj& subcommand);
 
@@ -151,8 +151,6 @@ class BYSParser {
   void ParamNeed2DistVals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2Vals(const std::string& parameter, const std::string& subcommand) const;
   void ParamNeed2NumVals(const std::string& parameter, const std::string& subcommand) const;
-  void WarnUsedOnlyWith(const std::string& parameter, const std::string& subcommand,
-                        const std::string& neededWith) const;
   bool RequirePositive(double value, const std::string& parameter, const std::string& subcommand) const;
   bool ReadTwoNumbers(const Tokens& values, const std::string& parameter, const std::string& subcommand,
                       PriorParams& params) const;

@@ -19,22 +19,40 @@ bool HasNoLambdas(const Settings& settings) {
          settings.GetLogLinPriorType() != BSNConst::PriorMixtureDirichlet;
 }
 
-// Null for `isIdle`: always; for `neededWith`: nothing would give it an effect.
+bool HasReferencePrior(const Settings& settings) {
+  return settings.GetPriorType() != BSNConst::Conjugate;
+}
+
+bool Always(const Settings& /*settings*/) {
+  return true;
+}
+
+constexpr unsigned Bit(BSNConst::ModelTypes type) {
+  return 1U << static_cast<unsigned>(type);
+}
+constexpr unsigned kModels = Bit(BSNConst::Regression) | Bit(BSNConst::Anova);
+
+// A null `neededWith`: nothing would give the parameter an effect.
 struct Idle {
-  BSNConst::ModelTypes model;
+  unsigned commands;
   const char* subcommand;
   const char* parameter;
   bool (*isIdle)(const Settings&);
   const char* neededWith;
 };
 constexpr Idle kIdle[] = {
-    {BSNConst::Correlation, "ESTBF", "TYPE", &IsRankCorrelation, "CORR=PEARSON"},
+    {Bit(BSNConst::Correlation), "ESTBF", "TYPE", &IsRankCorrelation, "CORR=PEARSON"},
     // Nothing is integrated numerically.
-    {BSNConst::LogLinear, "CRITERIA", "TOL", nullptr, nullptr},
-    {BSNConst::LogLinear, "CRITERIA", "MAXITER", nullptr, nullptr},
-    {BSNConst::LogLinear, "ESTBF", "SCALEPARAM", &HasNoScale, "MODEL=POISSON"},
-    {BSNConst::LogLinear, "ESTBF", "LAMBDAS", &HasNoLambdas,
+    {Bit(BSNConst::LogLinear), "CRITERIA", "TOL", &Always, nullptr},
+    {Bit(BSNConst::LogLinear), "CRITERIA", "MAXITER", &Always, nullptr},
+    {Bit(BSNConst::LogLinear), "ESTBF", "SCALEPARAM", &HasNoScale, "MODEL=POISSON"},
+    {Bit(BSNConst::LogLinear), "ESTBF", "LAMBDAS", &HasNoLambdas,
      "PRIOR_TYPE=MIXTURE_DIRICHLET, MODEL=NONPARAMETRIC"},
+    {kModels, "PRIOR", "SHAPEPARAM", &HasReferencePrior, "TYPE=CONJUGATE"},
+    {kModels, "PRIOR", "SCALEPARAM", &HasReferencePrior, "TYPE=CONJUGATE"},
+    {kModels, "PRIOR", "MEANVECTOR", &HasReferencePrior, "TYPE=CONJUGATE"},
+    {kModels, "PRIOR", "VMATRIX", &HasReferencePrior, "TYPE=CONJUGATE"},
+    {Bit(BSNConst::Anova), "PREDICT", "REGRESSORS", &Always, "BAYES REGRESSION"},
 };
 
 }  // namespace
@@ -42,14 +60,12 @@ constexpr Idle kIdle[] = {
 void BYSParser::WarnAboutIdle(const CommandSpec& spec) const {
   for (const Idle& row : kIdle) {
     const SubComObj* subcommand = spec.getSubComObj(row.subcommand);
-    if (!IsModel(row.model) || subcommand == nullptr) continue;
-    if (row.isIdle != nullptr && !row.isIdle(fSettings)) continue;
+    if ((row.commands & Bit(fModelType)) == 0 || subcommand == nullptr || !row.isIdle(fSettings)) continue;
     if (subcommand->getParamObj(row.parameter) == nullptr) continue;
-    if (row.neededWith != nullptr) {
-      WarnUsedOnlyWith(row.parameter, row.subcommand, row.neededWith);
-    } else {
-      fMessage.GenericWarning("Param ^1, subcom ^2, no effect in command ^3 ...", row.parameter,
-                              row.subcommand, fDescriptor.GetCommandName());
-    }
+    const bool useful = row.neededWith != nullptr;
+    fMessage.GenericWarning(useful ? "Param ^1, subcom ^2, used only with ^3 ..."
+                                   : "Param ^1, subcom ^2, no effect in command ^3 ...",
+                            row.parameter, row.subcommand,
+                            useful ? row.neededWith : fDescriptor.GetCommandName());
   }
 }

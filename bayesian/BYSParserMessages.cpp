@@ -23,12 +23,6 @@ void BYSParser::ParamNeed2NumVals(const std::string& parameter, const std::strin
   fMessage.GenericError("Param ^1, subcom ^2, two numeric values ...", parameter, subcommand);
 }
 
-// Another choice of the command leaves the parameter without effect; `neededWith` would give it one.
-void BYSParser::WarnUsedOnlyWith(const std::string& parameter, const std::string& subcommand,
-                                 const std::string& neededWith) const {
-  fMessage.GenericWarning("Param ^1, subcom ^2, used only with ^3 ...", parameter, subcommand, neededWith);
-}
-
 bool BYSParser::RequirePositive(double value, const std::string& parameter,
                                 const std::string& subcommand) const {
   if (value > 0) return true;

@@ -87,7 +87,8 @@ bool BYSParser::CompleteDesign() {
   return true;
 }
 
-// One value for each predictor: a level of every factor, then a number for every covariate.
+// One value for each predictor: a level of every factor, then a number for every covariate. Analysis of
+// variance predicts nothing.
 bool BYSParser::ProcessPredictSubCom(const SubComObj& subcommand) {
   const ParamObj* param = subcommand.getParamObj("REGRESSORS");
   if (param == nullptr) return true;
@@ -104,11 +105,7 @@ bool BYSParser::ProcessPredictSubCom(const SubComObj& subcommand) {
     elems.push_back(MakeBinInfoElem(predictors[i], BYSValidSpecs::kLevel, isFactor));
     if (!AddModelValue(values[i], predictors[i], "REGRESSORS", "PREDICT", elems.back())) return false;
   }
-  if (IsModel(BSNConst::Anova)) {
-    WarnUsedOnlyWith("REGRESSORS", "PREDICT", "BAYES REGRESSION");
-  } else {
-    fSpecs.SetBinInfoElems(elems);
-  }
+  if (IsModel(BSNConst::Regression)) fSpecs.SetBinInfoElems(elems);
   return true;
 }
 

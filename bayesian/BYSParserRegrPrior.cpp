@@ -48,20 +48,17 @@ bool BYSParser::ProcessRegrPriorSubCom(const SubComObj& subcommand) {
   if (const ParamObj* type = subcommand.getParamObj("TYPE")) {
     fSettings.SetPriorType(type->isStringValueCase("CONJUGATE") ? BSNConst::Conjugate : BSNConst::Reference);
   }
-  return CheckPriorKeywords(subcommand) && ReadPriorNumbers(subcommand) && ReadVMatrix(subcommand);
+  return CheckConjugateGiven(subcommand) && ReadPriorNumbers(subcommand) && ReadVMatrix(subcommand);
 }
 
-// A conjugate prior has no defaults beside its identity matrix; a reference prior has no parameters.
-bool BYSParser::CheckPriorKeywords(const SubComObj& subcommand) const {
-  const bool conjugate = fSettings.GetPriorType() == BSNConst::Conjugate;
-  for (const char* name : {"SHAPEPARAM", "SCALEPARAM", "MEANVECTOR", "VMATRIX"}) {
-    const bool given = subcommand.getParamObj(name) != nullptr;
-    if (conjugate && !given && name != std::string("VMATRIX")) {
-      fMessage.GenericError("Param ^1 needed when param ^2 is ^3, subcom ^4 ...", name, "TYPE", "CONJUGATE",
-                            kPrior);
-      return false;
-    }
-    if (!conjugate && given) WarnUsedOnlyWith(name, kPrior, "TYPE=CONJUGATE");
+// A conjugate prior has no defaults beside its identity matrix.
+bool BYSParser::CheckConjugateGiven(const SubComObj& subcommand) const {
+  if (fSettings.GetPriorType() != BSNConst::Conjugate) return true;
+  for (const char* name : {"SHAPEPARAM", "SCALEPARAM", "MEANVECTOR"}) {
+    if (subcommand.getParamObj(name) != nullptr) continue;
+    fMessage.GenericError("Param ^1 needed when param ^2 is ^3, subcom ^4 ...", name, "TYPE", "CONJUGATE",
+                          kPrior);
+    return false;
   }
   return true;
 }

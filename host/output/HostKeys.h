@@ -20,6 +20,7 @@ inline constexpr char kHostUnknownCommand[] = "Host unknown command ^1 ...";
 inline constexpr char kHostAmbiguousCommand[] = "Host ambiguous command ^1 ...";
 inline constexpr char kHostMissingPeriod[] = "Host missing period before ^1 ...";
 inline constexpr char kHostNeedBehind[] = "Host found ^1, command ^2, need ^3 ...";
+inline constexpr char kHostNeedEnd[] = "Host need end, found ^1, command ^2 ...";
 inline constexpr char kHostNeedSubCommand[] = "Host need subcommand, found ^1, command ^2 ...";
 inline constexpr char kHostUnknownSubCommand[] = "Host unknown subcommand ^1, command ^2 ...";
 inline constexpr char kHostAmbiguousSubCommand[] = "Host ambiguous subcommand ^1, command ^2 ...";

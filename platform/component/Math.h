@@ -71,6 +71,7 @@ class BAYES_PLATFORM MCBitSet {
   // i < Size().
   bool IsIn(std::size_t i) const { return fvBits[i]; }
   void Insert(std::size_t i) { fvBits[i] = true; }
+  void Remove(std::size_t i) { fvBits[i] = false; }
 
  private:
   std::vector<bool> fvBits;

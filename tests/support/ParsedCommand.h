@@ -48,27 +48,60 @@ inline const Model kLogLinear{"BAYES LOGLINEAR", "Bayesian Loglinear", BSNConst:
 inline const Model kRegression{"BAYES REGRESSION", "Bayesian Regression", BSNConst::Regression};
 inline const Model kAnova{"BAYES ANOVA", "Bayesian ANOVA", BSNConst::Anova};
 
+// One command read by the module's parser, and what belongs to its run while the object lives.
+class CommandRun {
+ public:
+  CommandRun(const Model& model, const std::string& body, const std::string& csv)
+      : fData(csv), fSession({}), fUse(fSession), fModel(model) {
+    const DataSet::Limits limits{1U << 24U, 1};
+    fSession.SetData(std::make_shared<DataSet>(fData.GetFile(), limits));
+    CommandText text;
+    text.fSource = std::string(model.name) + " " + body + ".";
+    text.fEnd = text.fSource.size();
+    fpOutput = std::make_shared<CommandOutput>(model.name, text.fSource, 1);
+    fSession.BeginCommand(text, fpOutput);
+  }
+
+  DataSet& GetData() { return *fSession.GetData(); }
+
+  // Once. True: the command was accepted and the specifications are filled.
+  bool Read() {
+    ZARQ_TokenSequence tokens(true);
+    fpSpecs = std::make_unique<BYSValidSpecs>(fDataSource, fModel.title);
+    fpSpecs->GetStatSettingsPtr()->SetModelType(fModel.type, true);
+    return BYSParser(tokens, *fpSpecs, fDataSource, fModel.name, fModel.title).GetCommandSpecifications();
+  }
+  BYSValidSpecs& GetSpecs() { return *fpSpecs; }
+  ProcedureDataSource& GetDataSource() { return fDataSource; }
+
+  // "error KEY" or "warning KEY", in the order shown.
+  std::vector<std::string> GetMessages() const {
+    std::vector<std::string> messages;
+    for (const Item& item : fpOutput->GetItems()) {
+      const auto& message = std::get<Message>(item.fContent);
+      const bool isError = message.fLevel == Message::Level::Error;
+      messages.push_back((isError ? "error " : "warning ") + message.fText.fKey);
+    }
+    return messages;
+  }
+
+ private:
+  TempData fData;
+  Session fSession;
+  Session::Use fUse;
+  const Model& fModel;
+  std::shared_ptr<CommandOutput> fpOutput;
+  ProcedureDataSource fDataSource;
+  std::unique_ptr<BYSValidSpecs> fpSpecs;
+};
+
 // x y z numeric, s a string, w a weight.
 inline Parsed Parse(const Model& model, const std::string& body, bool weighted = false) {
-  const BayesHost::TempData file("x,y,z,s,w\n1,2,3,a,1\n2,3,4,bb,2\n");
-  BayesHost::Session session({});
-  const BayesHost::Session::Use use(session);
-  session.SetData(
-      std::make_shared<BayesHost::DataSet>(file.GetFile(), BayesHost::DataSet::Limits{1U << 24U, 1}));
-  if (weighted) session.GetData()->SetWeight(session.GetData()->FindVariable("w"));
-  BayesHost::CommandText text;
-  text.fSource = std::string(model.name) + " " + body + ".";
-  text.fEnd = text.fSource.size();
-  const auto output = std::make_shared<BayesHost::CommandOutput>(model.name, text.fSource, 1);
-  session.BeginCommand(text, output);
-
-  ZARQ_TokenSequence tokens(true);
-  const ProcedureDataSource dataSource;
-  BYSValidSpecs specs(dataSource, model.title);
-  specs.GetStatSettingsPtr()->SetModelType(model.type, true);
-  BYSParser parser(tokens, specs, dataSource, model.name, model.title);
+  CommandRun run(model, body, "x,y,z,s,w\n1,2,3,a,1\n2,3,4,bb,2\n");
+  if (weighted) run.GetData().SetWeight(run.GetData().FindVariable("w"));
   Parsed parsed;
-  parsed.ok = parser.GetCommandSpecifications();
+  parsed.ok = run.Read();
+  const BYSValidSpecs& specs = run.GetSpecs();
   parsed.settings = *specs.GetStatSettingsPtr();
   parsed.binInfo = specs.GetBinInfoElems();
   parsed.group = specs.GetGroupInfoElem();
@@ -78,11 +111,7 @@ inline Parsed Parse(const Model& model, const std::string& body, bool weighted =
   parsed.suppressTable = specs.GetPrintSuprTable();
   parsed.cells = specs.GetPrintCellOpts();
   parsed.statistics = specs.GetPrintStatOpts();
-  for (const BayesHost::Item& item : output->GetItems()) {
-    const auto& message = std::get<BayesHost::Message>(item.fContent);
-    parsed.messages.push_back((message.fLevel == BayesHost::Message::Level::Error ? "error " : "warning ") +
-                              message.fText.fKey);
-  }
+  parsed.messages = run.GetMessages();
   return parsed;
 }
 
