@@ -73,8 +73,13 @@ Request ParseCommandLine(int argc, char** argv) {
   CLI::Option* format =
       run->add_option("--format", request.fFormat, "form of the results: text, json or html")
           ->transform(CLI::CheckedTransformer(kFormats));
+  run->add_option("--charts", request.fChartFolder,
+                  "folder for the charts, each as a drawing (.svg) and as a Vega-Lite document (.vl.json)");
+  run->add_option("--style", request.fChartStyle, "file of the charts' colours")->check(CLI::ExistingFile);
   run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")
       ->check(CLI::PositiveNumber);
+
+  run->add_flag("--fingerprint", request.fFingerprint, "show the data file's XXH3-128 in the report's head");
 
   CLI::App* check = app.add_subcommand("check", "check the commands of a file without running them");
   AddSource(*check, request);

@@ -11,6 +11,8 @@
 #include "app/Version.h"
 #include "host/data/DataError.h"
 #include "host/data/DataSet.h"
+#include "host/data/DataWriter.h"
+#include "host/data/Fingerprint.h"
 #include "host/output/Diagnostic.h"
 #include "host/output/HostKeys.h"
 #include "platform/host/VarSpec.h"
@@ -77,7 +79,7 @@ bool Runner::Run() {
     return false;
   }
   try {
-    if (!fRequest.fDataFile.empty()) OpenData(fRequest.fDataFile, {});
+    if (!fRequest.fDataFile.empty()) OpenData({fRequest.fDataFile, {}, {}}, {});
   } catch (const BayesHost::DataError& error) {
     std::cerr << "bayes: " << error.what() << '\n';
     return false;
@@ -132,10 +134,7 @@ bool Runner::RunStatement(const Statement& statement) {
 
 void Runner::Execute(const DataStatement& data) {
   fSession.SetData(nullptr);
-  if (!data.fDictionary.empty() || !data.fSql.empty()) {
-    throw std::runtime_error("DATA takes a FILE only: DICTIONARY and SQL are not available yet.");
-  }
-  OpenData(data.fFile, std::filesystem::path(fSource.fFile).parent_path());
+  OpenData(data, GetFolder());
 }
 
 void Runner::Execute(const SplitStatement& split) {
@@ -149,8 +148,11 @@ void Runner::Execute(const WeightStatement& weight) {
   fSession.GetData()->SetWeight(indices.empty() ? -1 : indices.front());
 }
 
-void Runner::Execute(const SaveStatement& /*save*/) {
-  throw std::runtime_error("SAVE DATA is not available yet: nothing was written.");
+void Runner::Execute(const SaveStatement& save) {
+  std::vector<int> none;
+  if (!ResolveNames("SAVE DATA", {}, false, none) || fRequest.fAction != Action::Run) return;
+  const BayesHost::DataFile target{GetFolder() / save.fFile, save.fFile};
+  BayesHost::SaveData(*fSession.GetData(), target, MakeLimits(fSession.GetOptions()));
 }
 
 void Runner::Execute(const BayesStatement& command) {
@@ -181,11 +183,19 @@ bool Runner::ResolveNames(const char* statement, const std::vector<ZARQ_Token>& 
   return true;
 }
 
-void Runner::OpenData(const std::string& file, const std::filesystem::path& folder) {
-  const auto data =
-      std::make_shared<DataSet>(BayesHost::DataFile{folder / file, file}, MakeLimits(fSession.GetOptions()));
-  ExpectColumns(*data);
-  fSession.SetData(data);
+// Paths are relative to the command file.
+std::filesystem::path Runner::GetFolder() const {
+  return std::filesystem::path(fSource.fFile).parent_path();
+}
+
+void Runner::OpenData(const DataStatement& data, const std::filesystem::path& folder) {
+  BayesHost::DataOptions options;
+  if (!data.fDictionary.empty()) options.fDictionary = {folder / data.fDictionary, data.fDictionary};
+  options.fSql = data.fSql;
+  const BayesHost::DataFile file{folder / data.fFile, data.fFile};
+  const auto opened = std::make_shared<DataSet>(file, MakeLimits(fSession.GetOptions()), options);
+  ExpectColumns(*opened);
+  fSession.SetData(opened);
 }
 
 // A text file is read once: along with the columns of the first command that needs any come those that the
@@ -212,6 +222,7 @@ void Runner::CompleteHead() {
     origin.fBytes = data->GetFileBytes();
     origin.fVariables = static_cast<std::uint64_t>(data->CountVariables());
     try {
+      if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();
       fReport.fHead.fData = origin;
     } catch (const std::exception&) {

@@ -39,7 +39,8 @@ class Runner {
   void Execute(const BayesHost::Fault& fault);
   bool ResolveNames(const char* statement, const std::vector<ZARQ_Token>& names, bool numericOnly,
                     std::vector<int>& indices) const;
-  void OpenData(const std::string& file, const std::filesystem::path& folder);
+  std::filesystem::path GetFolder() const;
+  void OpenData(const DataStatement& data, const std::filesystem::path& folder);
   void ExpectColumns(BayesHost::DataSet& data) const;
   void CompleteHead();
   void ShowMessages(const BayesHost::CommandOutput& output) const;

@@ -1,4 +1,4 @@
-// The frame of the output: notes, and which tables appear in which order.
+// The frame of the output: notes, and which tables appear in which order, charts last.
 #include "bayesian/BYSOutput.h"
 
 namespace {
@@ -84,6 +84,7 @@ void BYSOutput::DisplayOutput() {
       (this->*step.display)();
     }
   }
+  if (wanted[static_cast<int>(When::Posterior)]) CreatePosteriorChart();
 }
 
 bool BYSOutput::IsWanted(When when) const {

@@ -27,7 +27,7 @@ class BYSOutput {
 
   void AddToNotesTable();
   void CompleteNotesTable();
-  // The current split's tables. Its model must have been built without error.
+  // The current split's tables and charts. Its model must have been built without error.
   void DisplayOutput();
 
  private:
@@ -50,6 +50,12 @@ class BYSOutput {
     std::vector<const char*> notes = {};
     // Each gives the key of a footnote that a cell bears, "" for none; asked for each row.
     std::vector<std::function<const char*(std::size_t row)>> cellNotes = {};
+  };
+
+  // What makes one of the two groups of independent samples: given values, or a cut point.
+  struct GroupValues {
+    std::vector<const OBS*> values;
+    double cut = 0;
   };
 
   // A table function, the results it shows and the analyses that show it.
@@ -81,6 +87,51 @@ class BYSOutput {
   void DisplayPostDistrIndep();
   std::vector<Row> MakePairRows(const std::vector<int>& first, const std::vector<int>& second) const;
   BpComposite GetGroupLabel(int group) const;
+  GroupValues DecodeGroup(int group) const;
+
+  // One curve of a chart: the names of its series, and per chart its arguments and its values. A chart
+  // without values has no such curve.
+  struct ChartCurve {
+    const char* argument;
+    const char* value;
+    const MCBSN_850::Curves* arguments;
+    const MCBSN_850::Curves* values;
+  };
+
+  // The charts of a model. Each chart has a title and panel titles of its own; the curves' lists hold one
+  // entry for each chart.
+  struct ChartSet {
+    const char* axisTitle;
+    std::vector<ChartString> titles;
+    std::vector<ChartString> panelTitles;
+    std::vector<ChartCurve> curves;
+  };
+  struct ChartSource {
+    BSNConst::ModelTypes model;
+    BSNConst::DistTypes distribution;
+    const char* chartTemplate;
+    ChartSet (BYSOutput::*make)() const;
+  };
+  static const ChartSource kChartSources[];
+
+  // BYSOutputCharts.cpp
+  void CreatePosteriorChart();
+  void SendCharts(const ChartSource& source, const ChartSet& set) const;
+  void SendChart(const char* templateName, const ChartSet& set, std::size_t chart) const;
+  static bool HasCurves(const ChartSet& set, std::size_t chart);
+  static void AddLabels(XViZTemplate& chartTemplate, const ChartSet& set, const ChartString& title);
+  template <class Stats>
+  static std::vector<ChartCurve> GetThreeCurves(const Stats& stats);
+  ChartSet MakeNormalCharts() const;
+  ChartSet MakeBinomialCharts() const;
+  ChartSet MakePoissonCharts() const;
+  ChartSet MakeRelatedCharts() const;
+  ChartSet MakeIndependentCharts() const;
+  ChartString GetChartName(int slot) const;
+  std::vector<ChartString> GetVariableTitles(const std::vector<int>& slots) const;
+  static ChartString GetPairTitle(const ChartString& first, const ChartString& second);
+  ChartString GetDifferenceLabel(const ChartString& first, const ChartString& second) const;
+  ChartString GetChartGroupLabel(int group) const;
 
   // BYSOutputCorrelation.cpp
   void DisplayBFCorrel();

@@ -1,11 +1,11 @@
 #include "host/data/CsvDialect.h"
 
 #include <array>
-#include <fstream>
 #include <string_view>
 
 #include "host/data/CsvScanner.h"
 #include "host/data/DataError.h"
+#include "host/data/TextInput.h"
 
 namespace BayesHost {
 
@@ -18,21 +18,12 @@ constexpr int kSampleRecords = 200;
   throw DataError({file.fName, 0, 0, {}}, text);
 }
 
-void CheckFile(const DataFile& file) {
-  std::error_code error;
-  const auto status = std::filesystem::status(file.fPath, error);
-  if (!std::filesystem::exists(status)) Refuse(file, "There is no such file. Check the name and the folder.");
-  if (std::filesystem::is_directory(status)) Refuse(file, "This is a folder. Name the data file in it.");
-  if (!std::filesystem::is_regular_file(status))
-    Refuse(file, "This is not a regular file. Save the data to one.");
-}
-
 std::string ReadSample(const DataFile& file) {
-  std::ifstream stream(file.fPath, std::ios::binary);
-  if (!stream) Refuse(file, "The file can't be opened. Check that you may read it.");
+  TextInput input(file.fPath);
+  if (!input.IsOpen()) Refuse(file, "The file can't be opened. Check that you may read it.");
   std::string sample(kSampleBytes, '\0');
-  stream.read(sample.data(), static_cast<std::streamsize>(sample.size()));
-  sample.resize(static_cast<std::size_t>(stream.gcount()));
+  sample.resize(input.Read(sample.data(), sample.size()));
+  if (input.IsDamaged() && sample.empty()) Refuse(file, "The gzip archive is damaged. Make it anew.");
   return sample;
 }
 
@@ -42,10 +33,10 @@ struct Signature {
 };
 
 constexpr std::array kNoText = {
-    Signature{"\x1F\x8B", "This is a gzip archive. Unpack it first (gunzip)."},
+    Signature{"\x1F\x8B", "The gzip archive holds another archive. Unpack it first (gunzip)."},
     Signature{"PK\x03\x04", "This is a zip archive or a spreadsheet workbook. Save the table as CSV."},
     Signature{"\xD0\xCF\x11\xE0", "This is an office document. Save the table as CSV."},
-    Signature{"PAR1", "This is a Parquet file. Save the table as CSV."},
+    Signature{"PAR1", "The gzip archive holds a Parquet file. Unpack it first (gunzip)."},
     Signature{"\xFF\xFE", "The text is encoded as UTF-16. Save it as UTF-8."},
     Signature{"\xFE\xFF", "The text is encoded as UTF-16. Save it as UTF-8."},
 };

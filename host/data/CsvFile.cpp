@@ -6,6 +6,7 @@
 #include <map>
 
 #include "host/data/DataError.h"
+#include "host/data/SqlText.h"
 
 namespace BayesHost {
 
@@ -19,12 +20,6 @@ constexpr int kMostDecimals = 6;
 constexpr std::size_t kLeastWidth = 8;
 constexpr std::size_t kMostWidth = 40;
 constexpr std::size_t kMostQuoted = 40;
-
-std::string QuoteSql(std::string_view text) {
-  std::string quoted = "'";
-  for (const char c : text) quoted += c == '\'' ? std::string("''") : std::string(1, c);
-  return quoted + "'";
-}
 
 // A cell's text for an error message: short and on one line.
 std::string QuoteCell(std::string_view cell) {
@@ -61,14 +56,29 @@ std::string EscapeNewLine(const std::string& newLine) {
 
 }  // namespace
 
-CsvFile::CsvFile(DataFile file) : fFile(std::move(file)), fDialect(CsvDialect::Settle(fFile)) {
+CsvFile::CsvFile(DataFile file, const Dictionary* dictionary)
+    : fFile(std::move(file)), fDialect(CsvDialect::Settle(fFile)) {
   ReadFirstRecord();
   std::vector<Profile> profiles = SettleDecimal();
   fHasNames = !LooksLikeCase(profiles);
   if (!fHasNames) profiles = SettleDecimal();
   NameVariables();
   CheckNames();
+  fvMissingWords.resize(fvNames.size());
+  if (dictionary != nullptr) ApplyDictionary(*dictionary, profiles);
   MakeVariables(profiles);
+  if (dictionary == nullptr) return;
+  for (VariableState& variable : fvVariables) dictionary->Complete(variable);
+}
+
+void CsvFile::ApplyDictionary(const Dictionary& dictionary, std::vector<Profile>& profiles) {
+  dictionary.CheckNames(fvNames);
+  for (std::size_t i = 0; i < fvNames.size(); ++i) {
+    const Dictionary::Field* const field = dictionary.Find(fvNames[i]);
+    if (field == nullptr || field->fType == ColumnType::AsFound) continue;
+    profiles[i].fDeclared = field->fType;
+    if (field->fType != ColumnType::Text) fvMissingWords[i] = dictionary.ListMissingWords(fvNames[i]);
+  }
 }
 
 void CsvFile::Refuse(std::uint64_t line, int column, const std::string& text) const {
@@ -138,6 +148,8 @@ void CsvFile::CheckRecord(const CsvScanner& scanner) const {
       Refuse(line - 1, 0,
              "The line ends in another way than the lines before it. Save the file with one kind of line "
              "end.");
+    case CsvScanner::Fault::DamagedArchive:
+      Refuse(line, 0, "The gzip archive ends here or is damaged. Make it anew.");
     case CsvScanner::Fault::None:
       break;
   }
@@ -162,6 +174,7 @@ void CsvFile::CheckCells(const CsvScanner& scanner) const {
 }
 
 CsvFile::ColumnType CsvFile::Profile::GetType() const {
+  if (fDeclared) return *fDeclared;
   if (fText || (fBooleans && fNumbers)) return ColumnType::Text;
   return fBooleans ? ColumnType::Boolean : ColumnType::Number;
 }
@@ -233,13 +246,24 @@ void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
 
 std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
   std::vector<std::string> wanted;
-  for (const int column : columns) {
-    const bool isText = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Text;
-    wanted.push_back(fmt::format(fmt::runtime(isText ? "c{}" : "CAST(c{} AS DOUBLE)"), column));
-  }
+  for (const int column : columns) wanted.push_back(MakeExpression(column));
   return fmt::format("SELECT {} FROM read_csv({}, {}, columns = {{{}}})", fmt::join(wanted, ", "),
-                     QuoteSql(std::filesystem::absolute(fFile.fPath).string()), DescribeDialect(),
-                     DeclareColumns(columns));
+                     QuoteFile(fFile.fPath), DescribeDialect(), DeclareColumns(columns));
+}
+
+// The engine knows words for missing of the whole file only: a column with words of its own is read as text.
+std::string CsvFile::MakeExpression(int column) const {
+  const auto i = static_cast<std::size_t>(column);
+  if (fvTypes[i] == ColumnType::Text) return fmt::format("c{}", column);
+  if (fvMissingWords[i].empty()) return fmt::format("CAST(c{} AS DOUBLE)", column);
+  std::vector<std::string> words;
+  for (const std::string& word : fvMissingWords[i]) words.push_back(QuoteText(word));
+  const std::string text =
+      fmt::format("CASE WHEN trim(c{0}) IN ({1}) THEN NULL ELSE replace(c{0}, '{2}', '.') END", column,
+                  fmt::join(words, ", "), fDialect.fDecimal);
+  const bool isBoolean = fvTypes[i] == ColumnType::Boolean;
+  return fmt::format(fmt::runtime(isBoolean ? "CAST(CAST({} AS BOOLEAN) AS DOUBLE)" : "CAST({} AS DOUBLE)"),
+                     text);
 }
 
 // Names the engine's columns c0, c1, ...: it takes names that differ in case for the same. Only the wanted
@@ -248,6 +272,7 @@ std::string CsvFile::DeclareColumns(const std::vector<int>& columns) const {
   std::vector<const char*> types(fvTypes.size(), "VARCHAR");
   for (const int column : columns) {
     const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
+    if (!fvMissingWords[static_cast<std::size_t>(column)].empty()) continue;
     if (type == ColumnType::Number) types[static_cast<std::size_t>(column)] = "DOUBLE";
     if (type == ColumnType::Boolean) types[static_cast<std::size_t>(column)] = "BOOLEAN";
   }
@@ -258,32 +283,42 @@ std::string CsvFile::DeclareColumns(const std::vector<int>& columns) const {
 
 std::string CsvFile::DescribeDialect() const {
   std::vector<std::string> missing;
-  for (const std::string& cell : fMissingCells) missing.push_back(QuoteSql(cell));
+  for (const std::string& cell : fMissingCells) missing.push_back(QuoteText(cell));
   return fmt::format(
       "auto_detect = false, header = {}, delim = {}, quote = {}, escape = {}, new_line = '{}', "
-      "decimal_separator = '{}', nullstr = [{}], buffer_size = {}",
-      fHasNames, QuoteSql({&fDialect.fDelimiter, 1}), QuoteSql({&fDialect.fQuote, 1}),
-      QuoteSql({&fDialect.fEscape, 1}), EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal,
-      fmt::join(missing, ", "), kEngineBufferBytes);
+      "decimal_separator = '{}', nullstr = [{}], buffer_size = {}, compression = '{}'",
+      fHasNames, QuoteText({&fDialect.fDelimiter, 1}), QuoteText({&fDialect.fQuote, 1}),
+      QuoteText({&fDialect.fEscape, 1}), EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal,
+      fmt::join(missing, ", "), kEngineBufferBytes, TextInput::IsArchive(fFile.fPath) ? "gzip" : "none");
+}
+
+bool CsvFile::IsMissing(int column, std::string_view cell) const {
+  const std::vector<std::string>& words = fvMissingWords[static_cast<std::size_t>(column)];
+  return ClassifyCell(cell, fDialect.fDecimal) == CellKind::Missing ||
+         std::find(words.begin(), words.end(), TrimBlanks(cell)) != words.end();
+}
+
+bool CsvFile::Fits(int column, std::string_view cell) const {
+  const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
+  const CellKind kind = ClassifyCell(cell, fDialect.fDecimal);
+  if (type == ColumnType::Text || IsMissing(column, cell)) return true;
+  if (type == ColumnType::Number) return kind == CellKind::Number;
+  return kind == CellKind::Boolean || TrimBlanks(cell) == "0" || TrimBlanks(cell) == "1";
 }
 
 void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {
   for (CsvScanner scanner = OpenData(); scanner.Next();) {
     CheckRecord(scanner);
     for (const int column : columns) {
-      const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
-      const CellKind kind = ClassifyCell(scanner.GetCell(column), fDialect.fDecimal);
-      const CellKind expected = type == ColumnType::Boolean ? CellKind::Boolean : CellKind::Number;
-      if (type == ColumnType::Text || kind == expected || kind == CellKind::Missing) continue;
+      if (Fits(column, scanner.GetCell(column))) continue;
+      const bool isBoolean = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Boolean;
       Refuse(scanner.GetLine(), column + 1,
-             fmt::format("{} is not {}, but the column was taken as such from the cells before. Correct the "
-                         "cell, or leave "
-                         "it empty.",
-                         QuoteCell(scanner.GetCell(column)),
-                         type == ColumnType::Boolean ? "true or false" : "a number"));
+             fmt::format("{} is not {}, but the column was taken as such from the cells before or the "
+                         "dictionary. Correct the cell, or leave it empty.",
+                         QuoteCell(scanner.GetCell(column)), isBoolean ? "true or false" : "a number"));
     }
   }
-  Refuse(0, 0, "The data engine can't read the file: " + engineText.substr(0, engineText.find('\n')));
+  Refuse(0, 0, "The data engine can't read the file: " + MakeReadable(engineText));
 }
 
 }  // namespace BayesHost

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "host/data/CsvDialect.h"
 #include "host/data/CsvScanner.h"
 #include "host/data/DataFile.h"
+#include "host/data/Dictionary.h"
 #include "host/data/TableSource.h"
 
 namespace BayesHost {
@@ -15,11 +17,12 @@ namespace BayesHost {
 // A text table. Its first record holds the variable names, unless it looks like a case: it has a number in
 // it, and no text above a column of numbers. Then the variables are called V1, V2, ... A column without a
 // name is called after its position, too. A variable is numeric when no cell of the sample (the first 20,480
-// records or 8 MB) speaks against it.
+// records or 8 MB) speaks against it, or else when the dictionary says so.
 class CsvFile : public TableSource {
  public:
-  // Throws DataError: see CsvDialect::Settle; repeated names; a damaged record in the sample.
-  explicit CsvFile(DataFile file);
+  // Throws DataError: see CsvDialect::Settle; repeated names; a damaged record in the sample; a dictionary
+  // (null: none) that doesn't fit.
+  explicit CsvFile(DataFile file, const Dictionary* dictionary = nullptr);
 
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   std::string MakeQuery(const std::vector<int>& columns) const override;
@@ -27,7 +30,7 @@ class CsvFile : public TableSource {
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:
-  enum class ColumnType { Number, Boolean, Text };
+  using ColumnType = Dictionary::Type;
 
   // What the sample tells of a column.
   struct Profile {
@@ -36,6 +39,7 @@ class CsvFile : public TableSource {
     bool fText = false;
     int fDecimals = 0;
     std::size_t fWidth = 1;
+    std::optional<ColumnType> fDeclared;  // by the dictionary
     bool HasValue() const { return fNumbers || fBooleans || fText; }
     ColumnType GetType() const;
   };
@@ -47,6 +51,10 @@ class CsvFile : public TableSource {
   std::vector<Profile> SettleDecimal();
   bool LooksLikeCase(const std::vector<Profile>& profiles) const;
   void MakeVariables(const std::vector<Profile>& profiles);
+  void ApplyDictionary(const Dictionary& dictionary, std::vector<Profile>& profiles);
+  bool IsMissing(int column, std::string_view cell) const;
+  bool Fits(int column, std::string_view cell) const;
+  std::string MakeExpression(int column) const;
   // To the first record behind the names.
   CsvScanner OpenData() const;
   void CheckRecord(const CsvScanner& scanner) const;
@@ -62,6 +70,7 @@ class CsvFile : public TableSource {
   std::vector<ColumnType> fvTypes;
   std::vector<VariableState> fvVariables;
   std::set<std::string> fMissingCells;
+  std::vector<std::vector<std::string>> fvMissingWords;  // of each column, beside those of every column
 };
 
 }  // namespace BayesHost

@@ -10,7 +10,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 }  // namespace
 
 CsvScanner::CsvScanner(const std::filesystem::path& file, CsvDialect dialect)
-    : fDialect(std::move(dialect)), fFile(file, std::ios::binary), fvBuffer(kBufferBytes) {
+    : fDialect(std::move(dialect)), fFile(file), fvBuffer(kBufferBytes) {
   if (Refill() && std::string_view(fpAt, fpEnd).starts_with(kByteOrderMark)) fpAt += kByteOrderMark.size();
 }
 
@@ -20,10 +20,9 @@ CsvScanner::CsvScanner(std::string_view text, CsvDialect dialect)
 }
 
 bool CsvScanner::Refill() {
-  if (!fFile.is_open() || !fFile) return false;
-  fFile.read(fvBuffer.data(), static_cast<std::streamsize>(fvBuffer.size()));
+  if (!fFile) return false;
   fpAt = fvBuffer.data();
-  fpEnd = fpAt + fFile.gcount();
+  fpEnd = fpAt + fFile->Read(fvBuffer.data(), fvBuffer.size());
   return fpAt != fpEnd;
 }
 
@@ -56,6 +55,7 @@ void CsvScanner::ReadRecord() {
     ReadCell();
   }
   TakeNewLine();
+  if (fFile && fFile->IsDamaged()) fFault = Fault::DamagedArchive;
 }
 
 void CsvScanner::ReadCell() {

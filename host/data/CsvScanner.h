@@ -2,12 +2,13 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/data/CsvDialect.h"
+#include "host/data/TextInput.h"
 
 namespace BayesHost {
 
@@ -21,7 +22,8 @@ class CsvScanner {
     None,
     OpenQuote,       // the file ends inside a quoted cell
     TextAfterQuote,  // something stands between a closing quote and the next delimiter
-    OtherNewLine     // the line before this record ends in another way than the dialect says
+    OtherNewLine,    // the line before this record ends in another way than the dialect says
+    DamagedArchive   // the file can't be unpacked any further
   };
 
   CsvScanner(const std::filesystem::path& file, CsvDialect dialect);
@@ -52,7 +54,7 @@ class CsvScanner {
   bool AtCellEnd();
 
   CsvDialect fDialect;
-  std::ifstream fFile;
+  std::optional<TextInput> fFile;  // none: the text lies in memory
   std::vector<char> fvBuffer;
   const char* fpAt = nullptr;
   const char* fpEnd = nullptr;

@@ -11,4 +11,7 @@ struct DataFile {
   std::string fName;
 };
 
+// Throws DataError when there is no such file, or it is a folder or a device, or may not be read.
+void CheckFile(const DataFile& file);
+
 }  // namespace BayesHost

@@ -5,7 +5,6 @@
 #include <cctype>
 #include <utility>
 
-#include "host/data/CsvFile.h"
 #include "host/data/DataError.h"
 #include "platform/component/Common.h"
 
@@ -24,19 +23,23 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
 // read a text file with less than this for each of its threads.
 constexpr std::size_t kLeastEngineBytes = std::size_t{32} << 20;
 
-Engine::Options MakeEngineOptions(const DataSet::Limits& limits) {
-  const int threads = std::max(limits.fThreads, 1);
+// A query runs on one thread: see SqlTable.
+Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
+  const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
-  return {threads, std::max(limits.fMemoryBytes / 2, least), std::filesystem::temp_directory_path()};
+  return {threads,
+          std::max(limits.fMemoryBytes / 2, least),
+          std::filesystem::temp_directory_path(),
+          {file.fPath}};
 }
 
 }  // namespace
 
-DataSet::DataSet(DataFile file, const Limits& limits)
+DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
     : fFile(std::move(file)),
       fBudget(limits.fMemoryBytes / 2),
-      fEngine(MakeEngineOptions(limits)),
-      fpSource(std::make_unique<CsvFile>(fFile)) {
+      fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
+      fpSource(OpenTable(fFile, options, fEngine)) {
   fFileBytes = std::filesystem::file_size(fFile.fPath);
   for (const VariableState& state : fpSource->GetVariables()) {
     fvVariables.emplace_back(std::make_shared<const VariableState>(state));
@@ -120,6 +123,7 @@ bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& st
 }
 
 bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
+  fpSource->Prepare();
   for (const int variable : variables) fvPools[static_cast<std::size_t>(variable)] = {};
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {

@@ -10,6 +10,7 @@
 #include "host/data/CaseCursor.h"
 #include "host/data/DataFile.h"
 #include "host/data/Engine.h"
+#include "host/data/OpenTable.h"
 #include "host/data/SplitIndex.h"
 #include "host/data/StringPool.h"
 #include "host/data/TableSource.h"
@@ -32,11 +33,12 @@ class BAYES_PLATFORM DataSet {
   using StopQuery = std::function<bool()>;
 
   // Throws DataError.
-  DataSet(DataFile file, const Limits& limits);
+  DataSet(DataFile file, const Limits& limits, const DataOptions& options = {});
   ~DataSet();
   DataSet(const DataSet&) = delete;
   DataSet& operator=(const DataSet&) = delete;
 
+  const DataFile& GetFile() const { return fFile; }
   const std::string& GetFileName() const { return fFile.fName; }
   std::uint64_t GetFileBytes() const { return fFileBytes; }
   int CountVariables() const { return static_cast<int>(fvVariables.size()); }
@@ -68,6 +70,10 @@ class BAYES_PLATFORM DataSet {
   const std::vector<SplitIndex::Group>& GetGroups();
   // Cases in the order of the splits; SetRange chooses a split's.
   CaseCursor MakeCursor(const std::vector<int>& variables);
+  // Cases in the order of the file, whatever the splits.
+  CaseCursor MakeFileCursor(const std::vector<int>& variables) const {
+    return {FindPlaces(variables), nullptr};
+  }
   const StringPool& GetStrings(int variable) const { return fvPools[static_cast<std::size_t>(variable)]; }
   // The value that a number of this variable's column stands for.
   OBS Decode(int variable, double value) const;

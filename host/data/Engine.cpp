@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "host/data/SqlText.h"
 #include "platform/component/Common.h"
 
 namespace BayesHost {
@@ -39,14 +40,13 @@ Engine::~Engine() = default;
 // taken; by default the second one waits.
 Engine::State& Engine::Open() {
   if (fpState) return *fpState;
-  const std::array<std::pair<const char*, std::string>, 7> settings = {{
+  const std::array<std::pair<const char*, std::string>, 6> settings = {{
       {"autoinstall_known_extensions", "false"},
       {"autoload_known_extensions", "false"},
       {"temp_directory", fOptions.fTempFolder.string()},
       {"memory_limit", std::to_string(fOptions.fMemoryBytes / 1000) + "kB"},
       {"threads", std::to_string(fOptions.fThreads)},
       {"streaming_buffer_size", "16MB"},
-      {"lock_configuration", "true"},
   }};
   duckdb_config config = nullptr;
   duckdb_create_config(&config);
@@ -60,8 +60,21 @@ Engine::State& Engine::Open() {
   if (!opened) throw EngineError(text);
   if (duckdb_connect(state->fDatabase, &state->fConnection) != DuckDBSuccess)
     throw EngineError("no connection");
+  Lock(*state);
   fpState = std::move(state);
   return *fpState;
+}
+
+// The files come first: once access is off the list can't grow.
+void Engine::Lock(const State& state) const {
+  std::string files;
+  for (const auto& file : fOptions.fvFiles) files += (files.empty() ? "" : ", ") + QuoteFile(file);
+  for (const std::string& setting :
+       {"allowed_paths = [" + files + "]", std::string("enable_external_access = false"),
+        std::string("lock_configuration = true")}) {
+    if (duckdb_query(state.fConnection, ("SET " + setting).c_str(), nullptr) != DuckDBSuccess)
+      throw EngineError("The setting " + setting + " is refused.");
+  }
 }
 
 struct Engine::Stream::State {
@@ -90,6 +103,36 @@ Engine::Stream Engine::Query(const std::string& sql) {
     throw EngineError(TakeText(duckdb_result_error(&state->fResult)));
   }
   return Stream(std::move(state));
+}
+
+void Engine::Run(const std::string& sql) {
+  for (Stream stream = Query(sql); stream.Next();) {
+  }
+}
+
+// A preparation takes one statement only, and names the places of its errors in the caller's own text.
+void Engine::CheckSelect(const std::string& sql) {
+  Stream::State state;
+  if (duckdb_prepare(Open().fConnection, sql.c_str(), &state.fStatement) != DuckDBSuccess)
+    throw EngineError(TakeText(duckdb_prepare_error(state.fStatement)));
+  if (duckdb_prepared_statement_type(state.fStatement) != DUCKDB_STATEMENT_TYPE_SELECT)
+    throw EngineError("This is not a query: it doesn't begin with SELECT, FROM or WITH.");
+}
+
+std::vector<Engine::Column> Engine::Describe(const std::string& relation) {
+  std::vector<Column> columns;
+  std::vector<std::string_view> names;
+  std::vector<std::string_view> types;
+  for (Stream stream = Query("SELECT column_name, column_type FROM (DESCRIBE FROM " + relation + ")");
+       stream.Next();) {
+    names.resize(stream.CountRows());
+    types.resize(stream.CountRows());
+    stream.GetStrings(0, 0, names.size(), names.data());
+    stream.GetStrings(1, 0, types.size(), types.data());
+    for (std::size_t i = 0; i < names.size(); ++i)
+      columns.push_back({std::string(names[i]), std::string(types[i])});
+  }
+  return columns;
 }
 
 Engine::Stream::Stream(std::unique_ptr<State> state) : fpState(std::move(state)) {}

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace BayesHost {
 
@@ -24,6 +25,7 @@ class Engine {
     int fThreads = 1;
     std::size_t fMemoryBytes = std::size_t{1} << 29;
     std::filesystem::path fTempFolder;
+    std::vector<std::filesystem::path> fvFiles;  // all that queries may read or write
   };
 
   // The rows of a query in order, some 2,000 at a time: the engine keeps a small number of them in memory,
@@ -58,10 +60,21 @@ class Engine {
 
   // Throws EngineError.
   Stream Query(const std::string& sql);
+  // Carries out a query that gives no rows. Throws EngineError.
+  void Run(const std::string& sql);
+  // Throws EngineError unless this is one query that can be carried out and changes nothing.
+  void CheckSelect(const std::string& sql);
+  // Name and type of each column of a relation, such as read_parquet('f').
+  struct Column {
+    std::string fName;
+    std::string fType;
+  };
+  std::vector<Column> Describe(const std::string& relation);
 
  private:
   struct State;
   State& Open();
+  void Lock(const State& state) const;
 
   Options fOptions;
   std::unique_ptr<State> fpState;

@@ -13,6 +13,8 @@ class TableSource {
  public:
   virtual ~TableSource() = default;
   virtual const std::vector<VariableState>& GetVariables() const = 0;
+  // What has to happen once before the first query. Throws EngineError.
+  virtual void Prepare() {}
   // A query for these columns in the order of the file: numbers as DOUBLE, strings as VARCHAR.
   virtual std::string MakeQuery(const std::vector<int>& columns) const = 0;
   // Throws a DataError that says in the reader's terms why the engine refused these columns.

@@ -19,6 +19,8 @@ class BAYES_PLATFORM OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   std::ostream& Stream() { return fStream; }
+  // Where to write for those who can't write to the stream: then nothing must go to the stream.
+  const std::filesystem::path& GetPath() const { return fTemporary; }
   // Throws std::system_error naming the target when not everything could be written.
   void Commit();
 

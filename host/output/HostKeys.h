@@ -71,6 +71,11 @@ inline constexpr char kHostNameTaken[] = "Host name ^1 taken, subcom ^2 ...";
 inline constexpr char kHostNameBad[] = "Host name ^1 bad, subcom ^2 ...";
 inline constexpr char kHostNameRoot[] = "Host no name from root ^1, subcom ^2 ...";
 
+// Charts.
+inline constexpr char kHostChartFile[] = "Host chart file ^1 ...";
+inline constexpr char kHostChartTemplate[] = "Host chart template ^1 ...";
+inline constexpr char kHostChartNotDrawn[] = "Host chart ^1 not drawn, reason ^2 ...";
+
 // Cases and the run.
 inline constexpr char kHostNoCasesForSelect[] = "Host no cases for select ...";
 inline constexpr char kHostNoValidCases[] = "Host no valid cases ...";

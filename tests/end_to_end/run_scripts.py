@@ -19,6 +19,14 @@
     table TITLE                  such a table; `no table TITLE`: none
     caption TITLE | TEXT         text of a table's caption
     footnote TITLE | KEY | TEXT  a footnote of a table, its text when given; `no footnote TITLE | KEY`: none
+    chart TITLE | TEMPLATE       such a chart; `no chart TITLE`: none
+    charts 2                     number of charts
+    panels TITLE | TEXT | ...    titles of a chart's panels, in order
+    axes TITLE | TEXT | ...      the different titles of its x axes, in order
+    colours TITLE | #123456 ...  of its lines, in order
+    curve TITLE | SERIES | SERIES | 7 | 0.4     arguments and values of a curve: the value at an argument, to 0.1 %
+    heading TEXT | 2             a heading with that many charts under it
+    file NAME                    a file that the run left in the case's folder
     stderr TEXT                  standard error holds the text
     messages 2                   number of messages
 """
@@ -54,11 +62,30 @@ def same(cell, expected):
     return cell["value"] is not None and math.isclose(cell["value"], float(expected), rel_tol=1e-9, abs_tol=1e-300)
 
 
+def walk(document):
+    """A chart document's objects, outermost first."""
+    for child in document.values() if isinstance(document, dict) else document:
+        if isinstance(child, (dict, list)):
+            if isinstance(child, dict):
+                yield child
+            yield from walk(child)
+
+
+def value_at(document, arguments, values, x):
+    """On the straight line between the curve's two points around x."""
+    rows = document["datasets"]["graphdataset"]
+    points = [(row[arguments], row[values]) for row in rows if row[arguments] is not None and row[values] is not None]
+    for (x1, y1), (x2, y2) in zip(points, points[1:]):
+        if x1 <= x <= x2:
+            return y1 + (y2 - y1) * (x - x1) / (x2 - x1)
+    return math.nan
+
+
 class Expectations:
     """One method for each kind of expectation; each returns whether the run meets it."""
 
-    def __init__(self, status, report, stderr):
-        self.status, self.report, self.stderr = status, report, stderr
+    def __init__(self, status, report, stderr, left=()):
+        self.status, self.report, self.stderr, self.left = status, report, stderr, left
 
     def message(self, level, rest):
         place, _, rest = rest.partition(" ")
@@ -86,14 +113,54 @@ class Expectations:
         return rest in self.titles()
 
     def no(self, rest):
-        word, _, what = rest.partition(" ")
-        return word in ("table", "footnote") and self.report is not None and not getattr(self, word)(what)
+        kind, _, what = rest.partition(" ")
+        if kind == "footnote":
+            return self.report is not None and not self.footnote(what)
+        return (kind in ("table", "chart") and self.report is not None
+                and what not in [item["title"] for item in reports.items(self.report, kind)])
 
     def rows(self, rest):
         title, *labels = fields(rest)
         found = [cell["row"][-1] for table in reports.items(self.report, "table") if table["title"] == title
                  for cell in table["cells"]]
         return list(dict.fromkeys(found)) == labels
+
+    def documents(self, title):
+        return [item["vegaLite"] for item in reports.items(self.report, "chart") if item["title"] == title]
+
+    def chart(self, rest):
+        return any([item["title"], item["template"]] == fields(rest) for item in reports.items(self.report, "chart"))
+
+    def charts(self, rest):
+        return len(reports.items(self.report, "chart")) == int(rest)
+
+    def panels(self, rest):
+        title, *panels = fields(rest)
+        return any([part["title"] for part in walk(document) if "encoding" in part and "title" in part] == panels
+                   for document in self.documents(title))
+
+    def axes(self, rest):
+        title, *axes = fields(rest)
+        return any(list(dict.fromkeys(part["x"]["title"] for part in walk(document) if "x" in part and "y" in part))
+                   == axes for document in self.documents(title))
+
+    def colours(self, rest):
+        title, colours = fields(rest)
+        return any([part["color"] for part in walk(document) if part.get("type") == "line"] == colours.split()
+                   for document in self.documents(title))
+
+    def curve(self, rest):
+        title, arguments, values, x, y = fields(rest)
+        return any(math.isclose(value_at(document, arguments, values, float(x)), float(y), rel_tol=1e-3, abs_tol=1e-3)
+                   for document in self.documents(title))
+
+    def heading(self, rest):
+        text, count = fields(rest)
+        return any(sum(item["type"] == "chart" for item in heading["items"]) == int(count)
+                   for heading in reports.items(self.report, "heading") if heading["text"] == text)
+
+    def file(self, rest):
+        return rest in self.left
 
     def cell(self, rest):
         title, row, column, value = fields(rest)
@@ -139,7 +206,8 @@ def check(program, files, expect):
         for name, text in files.items():
             pathlib.Path(folder, name).write_bytes(text.encode("utf-8"))
         status, report, stderr = reports.run(program, ["study.bay", *options["args"].split()], folder)
-    seen = Expectations(status, report, stderr)
+        left = [str(path.relative_to(folder)) for path in pathlib.Path(folder).rglob("*")]
+    seen = Expectations(status, report, stderr, left)
     failed = [] if status == int(options["status"]) else [f"status {status} instead of {options['status']}"]
     for word, rest in lines:
         method = seen.stderr_holds if word == "stderr" else getattr(seen, word)
