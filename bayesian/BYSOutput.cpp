@@ -84,7 +84,7 @@ void BYSOutput::DisplayOutput() {
       (this->*step.display)();
     }
   }
-  if (wanted[static_cast<int>(When::Posterior)]) CreatePosteriorChart();
+  if (IsWanted(When::Posterior)) CreatePosteriorChart();
 }
 
 bool BYSOutput::IsWanted(When when) const {
