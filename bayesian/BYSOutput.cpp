@@ -32,6 +32,9 @@ const BYSOutput::Step BYSOutput::kSteps[] = {
     {BSNConst::Independent, BSNConst::Normal, When::Always, &BYSOutput::DisplayGroupIndep},
     {BSNConst::Independent, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplatyBFIndep},
     {BSNConst::Independent, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPostDistrIndep},
+    {BSNConst::Correlation, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFCorrel},
+    {BSNConst::Correlation, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayDistrCorrel},
+    {BSNConst::LogLinear, BSNConst::Normal, When::Always, &BYSOutput::DisplayLogLinearOutput},
     // With both analyses each of them starts with the analysis of variance.
     {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayAnovaReg},
     {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFReg},
@@ -75,14 +78,18 @@ void BYSOutput::CompleteNotesTable() {
 void BYSOutput::DisplayOutput() {
   fpCompSettings = fFactory.GetBSNSettings();
   fpOutputStats = fFactory.GetOutputStats();
-  const BSNConst::AnalysTypes analysis = fpCompSettings->GetAnalysType();
-  const bool wanted[] = {true, analysis == BSNConst::BayesFactor || analysis == BSNConst::Both,
-                         analysis == BSNConst::Posterior || analysis == BSNConst::Both};
   for (const Step& step : kSteps) {
-    if (wanted[static_cast<int>(step.when)] && step.model == fpCompSettings->GetModelType() &&
+    if (IsWanted(step.when) && step.model == fpCompSettings->GetModelType() &&
         step.distribution == fpCompSettings->GetTestDistType()) {
       (this->*step.display)();
     }
   }
-  if (wanted[static_cast<int>(When::Posterior)]) CreatePosteriorChart();
+  if (IsWanted(When::Posterior)) CreatePosteriorChart();
+}
+
+bool BYSOutput::IsWanted(When when) const {
+  const BSNConst::AnalysTypes analysis = fpCompSettings->GetAnalysType();
+  if (when == When::BayesFactor) return analysis == BSNConst::BayesFactor || analysis == BSNConst::Both;
+  if (when == When::Posterior) return analysis == BSNConst::Posterior || analysis == BSNConst::Both;
+  return true;
 }

@@ -40,7 +40,7 @@ class BYSOutput {
   // One column of a table: its group ("Posterior", the credible interval), its label, the format of a cell
   // and the values, one for each row.
   enum class Group { None, Posterior, Interval, Observed, Counts };
-  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance, Coefficient };
+  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance, Coefficient, Correlation };
   struct Column {
     Group group;
     const char* label;
@@ -48,8 +48,8 @@ class BYSOutput {
     const std::vector<double>* values;
     // Keys of footnotes on the column's label.
     std::vector<const char*> notes = {};
-    // Key of the footnote that a cell bears, "" for none; asked for each row.
-    std::function<const char*(std::size_t row)> cellNote = {};
+    // Each gives the key of a footnote that a cell bears, "" for none; asked for each row.
+    std::vector<std::function<const char*(std::size_t row)>> cellNotes = {};
   };
 
   // What makes one of the two groups of independent samples: given values, or a cut point.
@@ -67,6 +67,7 @@ class BYSOutput {
     void (BYSOutput::*display)();
   };
   static const Step kSteps[];
+  bool IsWanted(When when) const;
 
   // BYSOutputOneSample.cpp
   void DisplayTTestOutput();
@@ -133,6 +134,28 @@ class BYSOutput {
   ChartString GetGroupChartLabel(int group) const;
   ChartString GetDifferenceLabel(const ChartString& first, const ChartString& second) const;
 
+  // BYSOutputCorrelation.cpp
+  void DisplayBFCorrel();
+  void DisplayDistrCorrel();
+  void FillCorrelations(BpPivotTable& table, const std::vector<Column>& columns) const;
+
+  // BYSOutputLogLinear.cpp
+  void DisplayLogLinearOutput();
+  void DisplayCaseSummaryLogLinear();
+  void DisplayCrossTabLogLinear();
+  void DisplayTestOfIndLogLinear();
+  void DisplayPosteriorLogLinear();
+  void AnnotLogLinFix(BpPivotTable& table) const;
+  const ZARQ_Variable& GetTableVariable(int factor) const;
+  BpComposite GetFactorLabel(const char* key, int factor) const;
+  BpDataValue GetLevel(int factor, int code) const;
+  BpComposite GetCrossLabel(const char* key) const;
+  void SelectLevel(BpDimension& dimension, int factor, int level) const;
+  void FillCrossing(BpDimension& statistics, std::size_t row, std::size_t column) const;
+  void AnnotBayesFactor(BpCategory& category) const;
+  BpComposite GetInteractionLabel(int row, int column) const;
+  void FillInteraction(BpDimension& statistics, const MCBSN_850::BayesEstimation& estimation) const;
+
   // BYSOutputRegression.cpp
   void DisplayAnovaReg();
   void DisplayBFReg();
@@ -171,6 +194,7 @@ class BYSOutput {
   BpCategory AddColumn(BpDimension& statistics, const Column& column) const;
   static BpFormatSpec GetFormat(Format format, const std::vector<const ZARQ_Variable*>& variables);
   BpAnnotation MakeNote(const char* key) const;
+  BpAnnotation MakeSamplesNote() const;
   std::vector<const char*> GetBayesFactorNotes() const;
   BpComposite GetIntervalLabel() const;
   static std::vector<Column> GetPosteriorColumns(Format location, Format variance, const char* varianceLabel,

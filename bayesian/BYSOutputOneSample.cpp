@@ -52,7 +52,7 @@ void BYSOutput::DisplayBFBinomial() {
       {Group::None, "N", Format::Count, &stats.GetNs()},
       {Group::Observed, "Successes", Format::Count, &stats.GetCat1Ns()},
       {Group::Observed, "Proportion", Format::GeneralStat, &stats.GetCat1Props()},
-      {Group::None, "Bayes Factor", Format::GeneralStat, &stats.GetBayesFactors(), {}, cellNote}};
+      {Group::None, "Bayes Factor", Format::GeneralStat, &stats.GetBayesFactors(), {}, {cellNote}}};
   const std::vector<Row> rows = MakeVariableRows(slots);
   BpDimension variables = AddDimension(table, BpString("Variables", true), BpDimension::kRows);
   BpDimension statistics = AddDimension(table, BpString("Statistics", true), BpDimension::kColumns);
@@ -115,7 +115,7 @@ void BYSOutput::DisplayBFPoisson() {
               Format::GeneralStat,
               &stats.GetBayesFactors(),
               {"Bayes Factor: Null..."},
-              cellNote}});
+              {cellNote}}});
 }
 
 void BYSOutput::DisplayPostDistrPoisson() {

@@ -57,8 +57,9 @@ void BYSOutput::FillCells(BpDimension& statistics, const Row& row, std::size_t i
   for (const Column& column : columns) {
     BpCategory category = AddColumn(statistics, column);
     category.Cell(BpNumber((*column.values)[index], GetFormat(column.format, row.variables)));
-    if (column.cellNote && *column.cellNote(index) != '\0')
-      category.CellNote(MakeNote(column.cellNote(index)));
+    for (const auto& note : column.cellNotes) {
+      if (*note(index) != '\0') category.CellNote(MakeNote(note(index)));
+    }
     if (index > 0) continue;
     for (const char* note : column.notes) category.Note(MakeNote(note));
   }
@@ -93,6 +94,8 @@ BpFormatSpec BYSOutput::GetFormat(Format format, const std::vector<const ZARQ_Va
       return BpProcedure::VarSquared(variables);
     case Format::Significance:
       return BpProcedure::Significance();
+    case Format::Correlation:
+      return BpProcedure::Correlation();
     case Format::Coefficient:
       return BpProcedure::Coefficient();
     default:
@@ -106,6 +109,15 @@ BpAnnotation BYSOutput::MakeNote(const char* key) const {
   if (key == std::string(kSeedNote)) {
     note.Add(BpNumber(static_cast<double>(fpCompSettings->GetRandomSeed()), BpProcedure::Count()));
   }
+  note.Finish();
+  return BpAnnotation(note);
+}
+
+// The same for draws from a posterior distribution.
+BpAnnotation BYSOutput::MakeSamplesNote() const {
+  BpComposite note("Seed:^1 samples ^2", true);
+  note.Add(BpNumber(static_cast<double>(fpCompSettings->GetRandomSeed()), BpProcedure::Count()));
+  note.Add(BpNumber(static_cast<double>(fpCompSettings->GetPosteriorSamples()), BpProcedure::Count()));
   note.Finish();
   return BpAnnotation(note);
 }

@@ -32,15 +32,19 @@ constexpr unsigned Bit(BSNConst::ModelTypes type) {
 }
 constexpr unsigned kModels = Bit(BSNConst::Regression) | Bit(BSNConst::Anova);
 
+// A null `neededWith`: nothing would give the parameter an effect.
 struct Idle {
   unsigned commands;
   const char* subcommand;
   const char* parameter;
   bool (*isIdle)(const Settings&);
-  const char* neededWith;  // what would give it an effect
+  const char* neededWith;
 };
 constexpr Idle kIdle[] = {
     {Bit(BSNConst::Correlation), "ESTBF", "TYPE", &IsRankCorrelation, "CORR=PEARSON"},
+    // Nothing is integrated numerically.
+    {Bit(BSNConst::LogLinear), "CRITERIA", "TOL", &Always, nullptr},
+    {Bit(BSNConst::LogLinear), "CRITERIA", "MAXITER", &Always, nullptr},
     {Bit(BSNConst::LogLinear), "ESTBF", "SCALEPARAM", &HasNoScale, "MODEL=POISSON"},
     {Bit(BSNConst::LogLinear), "ESTBF", "LAMBDAS", &HasNoLambdas,
      "PRIOR_TYPE=MIXTURE_DIRICHLET, MODEL=NONPARAMETRIC"},
@@ -58,7 +62,10 @@ void BYSParser::WarnAboutIdle(const CommandSpec& spec) const {
     const SubComObj* subcommand = spec.getSubComObj(row.subcommand);
     if ((row.commands & Bit(fModelType)) == 0 || subcommand == nullptr || !row.isIdle(fSettings)) continue;
     if (subcommand->getParamObj(row.parameter) == nullptr) continue;
-    fMessage.GenericWarning("Param ^1, subcom ^2, used only with ^3 ...", row.parameter, row.subcommand,
-                            row.neededWith);
+    const bool useful = row.neededWith != nullptr;
+    fMessage.GenericWarning(useful ? "Param ^1, subcom ^2, used only with ^3 ..."
+                                   : "Param ^1, subcom ^2, no effect in command ^3 ...",
+                            row.parameter, row.subcommand,
+                            useful ? row.neededWith : fDescriptor.GetCommandName());
   }
 }

@@ -334,4 +334,69 @@ class BAYES_PLATFORM BSNMultiRegOutputStats : public BSNOutputStats {
   std::shared_ptr<const Data> fpData;
 };
 
+// The table of two factors: rows and columns in the order of the category codes.
+class BSNContingency {
+ public:
+  // Filled by the component. Rows of the counts by columns; totals; expected counts under independence
+  // (missing where a total is 0); the rows and columns that hold a case; cells whose expected count is below
+  // 5, their share in percent, the smallest expected count.
+  struct Data {
+    std::vector<Values> fvCounts;
+    std::vector<Values> fvExpected;
+    Values fvRowTotals;
+    Values fvColTotals;
+    Indices fvNonEmptyRows;
+    Indices fvNonEmptyCols;
+    double fTotal = 0;
+    double fNCellsExpLess5 = 0;
+    double fPctCellsExpLess5 = 0;
+    double fMinExpectedCount = 0;
+  };
+  BSNContingency() = default;
+  explicit BSNContingency(Data data) : fData(std::move(data)) {}
+
+  const std::vector<Values>& GetAllCounts() const { return fData.fvCounts; }
+  const std::vector<Values>& GetExpectedCounts() const { return fData.fvExpected; }
+  const Values& GetRowTotals() const { return fData.fvRowTotals; }
+  const Values& GetColTotals() const { return fData.fvColTotals; }
+  const Indices& GetNonEmptyRows() const { return fData.fvNonEmptyRows; }
+  const Indices& GetNonEmptyCols() const { return fData.fvNonEmptyCols; }
+  double GetTotalWeight() const { return fData.fTotal; }
+  double GetNCellsExpLess5() const { return fData.fNCellsExpLess5; }
+  double GetPctCellsExpLess5() const { return fData.fPctCellsExpLess5; }
+  double GetMinExpectedCount() const { return fData.fMinExpectedCount; }
+
+ private:
+  Data fData;
+};
+
+// Test of the independence of two factors.
+class BAYES_PLATFORM BSNLogLinearOutputStats : public BSNOutputStats {
+ public:
+  struct Data;
+  explicit BSNLogLinearOutputStats(std::shared_ptr<const Data> data);
+
+  const BSNContingency& GetContingencyMatrix() const;
+  // Bayes factor of independence over association; its natural logarithm where the flag is set.
+  double GetBayesFactor() const;
+  bool IsLogBayesFactor() const;
+  const MCMath_850::MCTestStats& GetChiSquareResult() const;
+  const MCMath_850::MCTestStats& GetLikeRatioResult() const;
+  const MCMath_850::MCTestStats& GetContCorrectResult() const;
+  // Fisher's exact test of a 2 x 2 table.
+  double GetFisher2SidedSig() const;
+  double GetFisher1SidedSig() const;
+  // Training samples of the intrinsic prior: cases in all; fixed categories and cases of each.
+  double GetT() const;
+  double GetT1() const;
+  double GetT2() const;
+  // One for each pair of a row and a column that hold cases, row by row.
+  const std::vector<BayesEstimation>& GetPosteriorEstimations() const;
+
+  void Write(std::ostream& stream) const override;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
 }  // namespace MCBSN_850

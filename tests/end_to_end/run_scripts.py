@@ -17,9 +17,10 @@
     cell TITLE | ROW | COLUMN | 1.54    value of a cell, relative tolerance 1e-9; "text:..." for its text; "." for missing
     cells TITLE | 16             number of cells of the tables with that title
     note LABEL | TEXT            an entry of the notes
+    rows TITLE | A | B           innermost labels of the table's rows, in order
     table TITLE                  such a table; `no table TITLE`: none
     caption TITLE | TEXT         text of a table's caption
-    footnote TITLE | KEY | TEXT  a footnote of a table; with TEXT: it reads so
+    footnote TITLE | KEY | TEXT  a footnote of a table, its text when given; `no footnote TITLE | KEY`: none
     chart TITLE | TEMPLATE       such a chart; `no chart TITLE`: none
     charts 2                     number of charts
     panels TITLE | TEXT | ...    titles of a chart's panels, in order
@@ -144,8 +145,16 @@ class Expectations:
         kind, _, title = rest.partition(" ")
         if kind == "file":
             return not (self.folder / title).exists()
+        if kind == "footnote":
+            return self.report is not None and not self.footnote(title)
         return (kind in ("table", "chart") and self.report is not None
-                and title not in [item["title"] for item in reports.items(self.report, kind)])
+                and what not in [item["title"] for item in reports.items(self.report, kind)])
+
+    def rows(self, rest):
+        title, *labels = fields(rest)
+        found = [cell["row"][-1] for table in reports.items(self.report, "table") if table["title"] == title
+                 for cell in table["cells"]]
+        return list(dict.fromkeys(found)) == labels
 
     def documents(self, title):
         return [item["vegaLite"] for item in reports.items(self.report, "chart") if item["title"] == title]

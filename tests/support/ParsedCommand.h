@@ -26,6 +26,12 @@ struct Parsed {
   BYSValidSpecs::BinInfoElem group;
   // PLOT: intercept, error variance, prediction.
   std::vector<bool> plots;
+  // Log-linear: rows of a matrix of shapes, category order, PRINT.
+  std::vector<std::vector<double>> shapeRows;
+  bool ascending = true;
+  bool suppressTable = false;
+  std::vector<bool> cells;
+  std::vector<bool> statistics;
   std::vector<std::string> messages;  // "error KEY" or "warning KEY"
 };
 
@@ -37,6 +43,8 @@ struct Model {
 inline const Model kOne{"BAYES ONESAMPLE", "Bayesian One-Sample", BSNConst::OneSample};
 inline const Model kRelated{"BAYES RELATED", "Bayesian Related", BSNConst::Related};
 inline const Model kIndependent{"BAYES INDEPENDENT", "Bayesian Independent", BSNConst::Independent};
+inline const Model kCorrelation{"BAYES CORRELATION", "Bayesian Correlation", BSNConst::Correlation};
+inline const Model kLogLinear{"BAYES LOGLINEAR", "Bayesian Loglinear", BSNConst::LogLinear};
 inline const Model kRegression{"BAYES REGRESSION", "Bayesian Regression", BSNConst::Regression};
 inline const Model kAnova{"BAYES ANOVA", "Bayesian ANOVA", BSNConst::Anova};
 
@@ -98,6 +106,11 @@ inline Parsed Parse(const Model& model, const std::string& body, bool weighted =
   parsed.binInfo = specs.GetBinInfoElems();
   parsed.group = specs.GetGroupInfoElem();
   parsed.plots = {specs.GetPlotIntercept(), specs.GetPlotErrorVar(), specs.GetPlotBayesPred()};
+  parsed.shapeRows = specs.GetShapeParamRows();
+  parsed.ascending = specs.GetCategAscend();
+  parsed.suppressTable = specs.GetPrintSuprTable();
+  parsed.cells = specs.GetPrintCellOpts();
+  parsed.statistics = specs.GetPrintStatOpts();
   parsed.messages = run.GetMessages();
   return parsed;
 }

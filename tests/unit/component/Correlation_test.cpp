@@ -79,7 +79,7 @@ json WithAnnouncements(json expect) {
 }
 
 TEST(Correlation, MatchesReferenceCases) {
-  for (const json& row : ReferenceCases("component/correlation")) {
+  for (const json& row : ReferenceCases("correlation")) {
     SCOPED_TRACE(row.at("name").get<std::string>());
     json expect = WithAnnouncements(row.at("expect"));
     // z and T* are not in the record.
