@@ -124,6 +124,7 @@ class BYSOutput {
   std::vector<PosteriorChart> MakePoissonCharts() const;
   std::vector<PosteriorChart> MakeRelatedCharts() const;
   std::vector<PosteriorChart> MakeIndependentCharts() const;
+  std::vector<PosteriorChart> MakeCorrelationCharts() const;
   std::vector<PosteriorChart> MakeRegressionCharts() const;
   static PosteriorChart MakeThreeCurves(const ChartString& title, const char* axisTitle,
                                         const MCBSN_850::Values* const (&curves)[6]);

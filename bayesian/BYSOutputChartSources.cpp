@@ -1,5 +1,7 @@
 // What the posterior charts of each model show: titles, axes and curves.
+#include <algorithm>
 #include <sstream>
+#include <string>
 
 #include "bayesian/BYSOutputParts.h"
 
@@ -121,6 +123,26 @@ std::vector<BYSOutput::PosteriorChart> BYSOutput::MakeIndependentCharts() const 
           {"muprior", "prior", &stats.GetPlotXPriorArguments()[i], &stats.GetPlotXPrior()[i]},
           {"muprior2", "prior2", &stats.GetPlotYPriorArguments()[i], &stats.GetPlotYPrior()[i]},
           {"mupost", "posterior", &stats.GetPlotArguments()[i], &stats.GetPlotPosterior()[i]}}});
+  return charts;
+}
+
+// The first pairs only: their number grows with the square of the variables'.
+std::vector<BYSOutput::PosteriorChart> BYSOutput::MakeCorrelationCharts() const {
+  const auto& stats = GetStats<MCBSN_850::BSNPearsonCorrelationOutputStats>();
+  const auto& pairs = stats.GetVarPairIndices();
+  const std::vector<int>& slots = fpCompSettings->GetCovariates();
+  const auto name = [&](int position) { return GetChartName(slots[static_cast<std::size_t>(position)]); };
+  const std::size_t count = std::min(pairs.size(), static_cast<std::size_t>(fpCompSettings->GetMaxNPlots()));
+  std::vector<PosteriorChart> charts;
+  for (std::size_t i = 0; i < count; ++i) {
+    const MCBSN_850::Values* arguments = &stats.GetPlotXAxis()[i];
+    charts.push_back(MakeThreeCurves(FromKey("Plots for Pair") +
+                                         FromData(" " + std::to_string(i + 1) + ": ") +
+                                         JoinPair(name(pairs[i].first), name(pairs[i].second)),
+                                     "Correlation",
+                                     {arguments, &stats.GetPlotLogLikelihood()[i], arguments,
+                                      &stats.GetPlotPrior()[i], arguments, &stats.GetPlotPosterior()[i]}));
+  }
   return charts;
 }
 

@@ -86,6 +86,7 @@ const BYSOutput::ChartSource BYSOutput::kChartSources[] = {
     {BSNConst::OneSample, BSNConst::Poisson, kOneSide, &BYSOutput::MakePoissonCharts},
     {BSNConst::Related, BSNConst::Normal, kOneSide, &BYSOutput::MakeRelatedCharts},
     {BSNConst::Independent, BSNConst::Normal, kTwoSides, &BYSOutput::MakeIndependentCharts},
+    {BSNConst::Correlation, BSNConst::Normal, kOneSide, &BYSOutput::MakeCorrelationCharts},
     {BSNConst::Regression, BSNConst::Normal, kOneSide, &BYSOutput::MakeRegressionCharts},
     {BSNConst::Anova, BSNConst::Normal, kOneSide, &BYSOutput::MakeRegressionCharts},
 };
