@@ -148,7 +148,7 @@ class Expectations:
         if kind == "footnote":
             return self.report is not None and not self.footnote(title)
         return (kind in ("table", "chart") and self.report is not None
-                and what not in [item["title"] for item in reports.items(self.report, kind)])
+                and title not in [item["title"] for item in reports.items(self.report, kind)])
 
     def rows(self, rest):
         title, *labels = fields(rest)
