@@ -73,6 +73,9 @@ Request ParseCommandLine(int argc, char** argv) {
   CLI::Option* format =
       run->add_option("--format", request.fFormat, "form of the results: text, json or html")
           ->transform(CLI::CheckedTransformer(kFormats));
+  run->add_option("--charts", request.fChartFolder,
+                  "folder for the charts, each as a drawing (.svg) and as a Vega-Lite document (.vl.json)");
+  run->add_option("--style", request.fChartStyle, "file of the charts' colours")->check(CLI::ExistingFile);
   run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")
       ->check(CLI::PositiveNumber);
 
@@ -87,6 +90,7 @@ Request ParseCommandLine(int argc, char** argv) {
   AddLimits(*describe, request);
 
   CLI::App* help = app.add_subcommand("help", "show the grammar of a command");
+  help->add_flag("--markdown", request.fMarkdown, "all commands, as Markdown");
   help->add_option("command", request.fHelpTopic, "name of a command, such as ONESAMPLE");
 
   try {

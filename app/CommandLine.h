@@ -22,12 +22,15 @@ struct Request {
 
   std::string fOutputFile;  // empty: standard output
   Format fFormat = Format::Text;
+  std::string fChartFolder;  // empty: charts stay in the report
+  std::string fChartStyle;   // empty: the one of share/
   unsigned long fSeed = 0;
   int fThreads = 0;
   std::size_t fMemoryBytes = 0;  // 0: the machine's default
   bool fQuiet = false;
   bool fFingerprint = false;
 
+  bool fMarkdown = false;  // help as Markdown
   std::string fHelpTopic;  // a command's name; empty: all of them
 };
 

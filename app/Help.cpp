@@ -20,7 +20,8 @@ namespace BayesApp {
 
 namespace {
 
-// Lets the module hand over the grammar of each of its commands.
+// Lets the module hand over the grammar of each of its commands, and adds those of the program's own
+// statements.
 void RecordGrammars() {
   BayesHost::RunOptions options;
   options.fParserMode = BayesHost::ParserMode::Describe;
@@ -34,6 +35,7 @@ void RecordGrammars() {
     session.BeginCommand(text, std::make_shared<BayesHost::CommandOutput>(command, text.fSource, 1));
     module.Find(command)(nullptr);
   }
+  for (const CommandDescriptor& grammar : MakeStatementGrammars()) BayesHost::GrammarHelp::Record(grammar);
 }
 
 // Command files to start from, for the commands that have some: share/help/onesample.bay for BAYES ONESAMPLE.
@@ -54,9 +56,17 @@ std::string UpperCase(std::string text) {
 
 }  // namespace
 
+void ShowReference(std::ostream& out) {
+  RecordGrammars();
+  out << "# Commands\n\nMade by `bayes help --markdown` from the grammars that the program checks commands "
+         "against.\n";
+  for (const std::string& name : BayesHost::GrammarHelp::GetCommandNames()) {
+    out << '\n' << BayesHost::RenderHelpMarkdown(*BayesHost::GrammarHelp::Find(name));
+  }
+}
+
 bool ShowHelp(const std::string& topic, std::ostream& out) {
   RecordGrammars();
-  for (const CommandDescriptor& grammar : MakeStatementGrammars()) BayesHost::GrammarHelp::Record(grammar);
   const std::vector<std::string> names = BayesHost::GrammarHelp::GetCommandNames();
   if (topic.empty()) {
     fmt::print(out, "Commands (bayes help COMMAND shows one):\n");

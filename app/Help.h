@@ -11,6 +11,9 @@ namespace BayesApp {
 // standard error).
 bool ShowHelp(const std::string& topic, std::ostream& out);
 
+// The grammars of all commands as one Markdown page, docs/commands.md.
+void ShowReference(std::ostream& out);
+
 // The variables of a data file. Throws BayesHost::DataError.
 void DescribeData(const std::string& file, std::ostream& out);
 

@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "app/ChartFiles.h"
 #include "app/CommandLine.h"
 #include "app/Help.h"
 #include "app/Runner.h"
@@ -39,6 +40,7 @@ BayesHost::RunOptions MakeOptions(const Request& request) {
   options.fThreads = request.fThreads;
   options.fMemoryBytes = request.fMemoryBytes == 0 ? kDefaultMemory : request.fMemoryBytes;
   options.fProgress = !request.fQuiet;
+  options.fChartStyle = request.fChartStyle;
   options.fParserMode =
       request.fAction == Action::Check ? BayesHost::ParserMode::Check : BayesHost::ParserMode::Run;
   return options;
@@ -98,7 +100,10 @@ int RunCommands(const Request& request) {
   std::signal(SIGINT, OnInterrupt);
   Runner runner(request, session);
   const bool ok = runner.Run();
-  if (request.fAction == Action::Run && runner.HasRun()) DeliverReport(request, runner.GetReport());
+  if (request.fAction == Action::Run && runner.HasRun()) {
+    DeliverReport(request, runner.GetReport());
+    if (!request.fChartFolder.empty()) WriteChartFiles(runner.GetReport(), request.fChartFolder);
+  }
   if (request.fAction == Action::Check && ok) std::cout << "No problem found.\n";
   std::signal(SIGINT, SIG_DFL);
   interruptedSession = nullptr;
@@ -114,6 +119,10 @@ int Dispatch(const Request& request) {
       DescribeData(request.fDataFile, std::cout);
       return kSuccess;
     case Action::Help:
+      if (request.fMarkdown) {
+        ShowReference(std::cout);
+        return kSuccess;
+      }
       return ShowHelp(request.fHelpTopic, std::cout) ? kSuccess : kUsageError;
     case Action::Done:
       break;

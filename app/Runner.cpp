@@ -30,17 +30,32 @@ DataSet::Limits MakeLimits(const BayesHost::RunOptions& options) {
   return {options.fMemoryBytes, options.fThreads > 0 ? options.fThreads : static_cast<int>(cores)};
 }
 
-// What the report calls a statement.
-std::string GetName(const Statement& statement) {
+// What the report calls a statement; one that is none of them goes by its first word.
+std::string GetName(const Statement& statement, const std::string& text) {
   struct Namer {
+    const std::string& fText;
     std::string operator()(const DataStatement&) const { return "DATA"; }
     std::string operator()(const SplitStatement&) const { return "SPLIT FILE"; }
     std::string operator()(const WeightStatement&) const { return "WEIGHT"; }
     std::string operator()(const SaveStatement&) const { return "SAVE DATA"; }
     std::string operator()(const BayesStatement& command) const { return command.fName; }
-    std::string operator()(const BayesHost::Fault&) const { return ""; }
+    std::string operator()(const BayesHost::Fault&) const {
+      return fText.substr(0, fText.find_first_of(" \t\r\n."));
+    }
   };
-  return std::visit(Namer(), statement.fContent);
+  return std::visit(Namer{text}, statement.fContent);
+}
+
+// The runs of characters that an unquoted name can be made of.
+std::vector<std::string> FindWords(const std::string& text) {
+  constexpr const char* kBetweenWords = " \t\r\n=/(),.;{}'\"";
+  std::vector<std::string> words;
+  for (std::size_t begin = text.find_first_not_of(kBetweenWords); begin != std::string::npos;) {
+    const std::size_t end = std::min(text.find_first_of(kBetweenWords, begin), text.size());
+    words.push_back(text.substr(begin, end - begin));
+    begin = text.find_first_not_of(kBetweenWords, end);
+  }
+  return words;
 }
 
 void AddError(CommandOutput& output, BayesHost::ShownText text) {
@@ -57,23 +72,22 @@ Runner::Runner(const Request& request, BayesHost::Session& session) : fRequest(r
 
 bool Runner::Run() {
   if (!ReadSource()) return false;
-  bool ok = true;
+  fvStatements = SplitStatements(fSource.fSource);
+  if (fvStatements.empty()) {
+    std::cerr << fmt::format("bayes: {} holds no command. Write one, ended by a period.\n",
+                             fSource.fFile.empty() ? "-c" : fSource.fFile);
+    return false;
+  }
   try {
     if (!fRequest.fDataFile.empty()) OpenData({fRequest.fDataFile, {}, {}}, {});
   } catch (const BayesHost::DataError& error) {
     std::cerr << "bayes: " << error.what() << '\n';
     return false;
   }
-  const std::vector<Statement> statements = SplitStatements(fSource.fSource);
-  if (statements.empty()) {
-    std::cerr << fmt::format("bayes: {} holds no command. Write one, ended by a period.\n",
-                             fSource.fFile.empty() ? "-c" : fSource.fFile);
-    return false;
-  }
+  bool ok = true;
   fHasRun = true;
-  for (const Statement& statement : statements) {
-    if (fSession.IsInterrupted()) break;
-    ok = RunStatement(statement) && ok;
+  for (; fNext < fvStatements.size() && !fSession.IsInterrupted(); ++fNext) {
+    ok = RunStatement(fvStatements[fNext]) && ok;
   }
   CompleteHead();
   return ok && !fSession.IsInterrupted();
@@ -101,7 +115,8 @@ bool Runner::RunStatement(const Statement& statement) {
   command.fBegin = statement.fBegin;
   command.fEnd = std::min(statement.fEnd, command.fSource.size());
   const int line = BayesHost::FindPlace(command, 0).fLine;
-  auto output = std::make_shared<CommandOutput>(GetName(statement), command.GetText(), line);
+  auto output =
+      std::make_shared<CommandOutput>(GetName(statement, command.GetText()), command.GetText(), line);
   fSession.BeginCommand(std::move(command), output);
   try {
     std::visit([this](const auto& content) { Execute(content); }, statement.fContent);
@@ -178,7 +193,25 @@ void Runner::OpenData(const DataStatement& data, const std::filesystem::path& fo
   if (!data.fDictionary.empty()) options.fDictionary = {folder / data.fDictionary, data.fDictionary};
   options.fSql = data.fSql;
   const BayesHost::DataFile file{folder / data.fFile, data.fFile};
-  fSession.SetData(std::make_shared<DataSet>(file, MakeLimits(fSession.GetOptions()), options));
+  const auto opened = std::make_shared<DataSet>(file, MakeLimits(fSession.GetOptions()), options);
+  ExpectColumns(*opened);
+  fSession.SetData(opened);
+}
+
+// A text file is read once: along with the columns of the first command that needs any come those that the
+// later commands on the same data name. A word that only looks like a name costs memory, not correctness; a
+// name that stands between quotes, or inside a range, is read when its command comes.
+void Runner::ExpectColumns(DataSet& data) const {
+  std::vector<int> columns;
+  for (std::size_t i = fNext; i < fvStatements.size(); ++i) {
+    const Statement& statement = fvStatements[i];
+    if (i > fNext && std::holds_alternative<DataStatement>(statement.fContent)) break;
+    const std::string text = fSource.fSource.substr(statement.fBegin, statement.fEnd - statement.fBegin);
+    for (const std::string& word : FindWords(text)) {
+      if (const int column = data.FindVariable(word); column >= 0) columns.push_back(column);
+    }
+  }
+  data.Expect(columns);
 }
 
 // The head speaks of the data in force at the end, as far as they can be read.
@@ -192,7 +225,7 @@ void Runner::CompleteHead() {
       if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();
       fReport.fHead.fData = origin;
-    } catch (const BayesHost::DataError&) {
+    } catch (const std::exception&) {
       // The command that needed the data has said so.
     }
   }

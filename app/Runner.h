@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/CommandLine.h"
 #include "app/Module.h"
@@ -40,6 +41,7 @@ class Runner {
                     std::vector<int>& indices) const;
   std::filesystem::path GetFolder() const;
   void OpenData(const DataStatement& data, const std::filesystem::path& folder);
+  void ExpectColumns(BayesHost::DataSet& data) const;
   void CompleteHead();
   void ShowMessages(const BayesHost::CommandOutput& output) const;
 
@@ -49,6 +51,8 @@ class Runner {
   BayesHost::CommandText fSource;
   BayesHost::Report fReport;
   bool fHasRun = false;
+  std::vector<Statement> fvStatements;
+  std::size_t fNext = 0;  // the statement under way
 };
 
 }  // namespace BayesApp

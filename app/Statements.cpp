@@ -37,10 +37,19 @@ ParamDescriptor MakeParam(const char* name, UPSpecTypes::ParamSpec spec, bool re
 
 CommandDescriptor MakeGrammar(const char* name, const char* title,
                               const std::vector<ParamDescriptor>& params) {
-  SubComDescriptor body("", params.empty() ? UPSpecTypes::kUnnamedBody : UPSpecTypes::kNamedParameters, true,
-                        false);
+  SubComDescriptor body("", UPSpecTypes::kNamedParameters, true, false);
   for (const ParamDescriptor& param : params) body.addParamDesc(param);
-  if (params.empty()) body.setExportParamDesc(MakeParam("", UPSpecTypes::kTokenList, true));
+  CommandDescriptor grammar(name, title);
+  grammar.addSubComDesc(body);
+  return grammar;
+}
+
+// `BY names` or `OFF`.
+CommandDescriptor MakeByOrOff(const char* name, const char* title, UPSpecTypes::ParamSpec names) {
+  ParamDescriptor by = MakeParam("BY", names, true);
+  by.addStringValue(kOff);
+  SubComDescriptor body("", UPSpecTypes::kUnnamedBody, true, false);
+  body.setExportParamDesc(by);
   CommandDescriptor grammar(name, title);
   grammar.addSubComDesc(body);
   return grammar;
@@ -77,19 +86,12 @@ bool IsWord(const ZARQ_Token& token, std::string_view word) {
   return token.GetKind() == ZARQ_Token::Kind::Identifier && BayesHost::IsSameWord(token.GetText(), word);
 }
 
-// `BY names` or `OFF`.
+// Of `BY names` or `OFF`.
 template <class NameStatement>
 Content ReadNames(const LexedText& text, const CommandDescriptor& grammar) {
   const auto body = ReadBody(text, grammar);
   if (const Fault* const fault = std::get_if<Fault>(&body)) return *fault;
-  const auto& tokens = std::get<SubComObj>(body).GetState().fBody->getTokenList();
-  if (tokens.size() == 1 && IsWord(tokens.front(), kOff)) return NameStatement{};
-  if (tokens.size() > 1 && IsWord(tokens.front(), "BY"))
-    return NameStatement{{tokens.begin() + 1, tokens.end()}};
-  const std::string& need = BayesHost::StringTable::English().Find("BY and variables, or OFF");
-  return Fault{BayesHost::kHostNeedBehind,
-               {tokens.front().GetText(), grammar.GetCommandName(), need},
-               tokens.front().GetPosition()};
+  return NameStatement{std::get<SubComObj>(body).GetState().fBody->getTokenList()};
 }
 
 const std::vector<CommandRow>& GetRows() {
@@ -224,8 +226,8 @@ std::vector<CommandDescriptor> MakeStatementGrammars() {
                       {MakeParam("FILE", UPSpecTypes::kFile, true),
                        MakeParam("DICTIONARY", UPSpecTypes::kFile, false),
                        MakeParam("SQL", UPSpecTypes::kQuotedText, false)}),
-          MakeGrammar("SPLIT FILE", "Analyses groups of cases one by one: BY and variables, or OFF", {}),
-          MakeGrammar("WEIGHT", "Counts a case as often as a variable says: BY and the variable, or OFF", {}),
+          MakeByOrOff("SPLIT FILE", "Analyses groups of cases one by one", UPSpecTypes::kTokenList),
+          MakeByOrOff("WEIGHT", "Counts a case as often as a variable says", UPSpecTypes::kVariable),
           MakeGrammar("SAVE DATA", "Writes the data with their saved variables",
                       {MakeParam("OUTFILE", UPSpecTypes::kFile, true)})};
 }

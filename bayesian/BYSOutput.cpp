@@ -1,4 +1,4 @@
-// The frame of the output: notes, and which tables appear in which order.
+// The frame of the output: notes, and which tables appear in which order, charts last.
 #include "bayesian/BYSOutput.h"
 
 namespace {
@@ -32,6 +32,17 @@ const BYSOutput::Step BYSOutput::kSteps[] = {
     {BSNConst::Independent, BSNConst::Normal, When::Always, &BYSOutput::DisplayGroupIndep},
     {BSNConst::Independent, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplatyBFIndep},
     {BSNConst::Independent, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPostDistrIndep},
+    // With both analyses each of them starts with the analysis of variance.
+    {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayAnovaReg},
+    {BSNConst::Regression, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayAnovaReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstCoefReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstVarErrReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayPreRespReg},
+    {BSNConst::Regression, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayFtestReg},
+    {BSNConst::Anova, BSNConst::Normal, When::BayesFactor, &BYSOutput::DisplayBFAnova},
+    {BSNConst::Anova, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstCoefReg},
+    {BSNConst::Anova, BSNConst::Normal, When::Posterior, &BYSOutput::DisplayEstVarErrReg},
 };
 
 BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, const BYSValidSpecs* specs,
@@ -73,4 +84,5 @@ void BYSOutput::DisplayOutput() {
       (this->*step.display)();
     }
   }
+  if (wanted[static_cast<int>(When::Posterior)]) CreatePosteriorChart();
 }

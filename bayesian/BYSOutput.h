@@ -27,7 +27,7 @@ class BYSOutput {
 
   void AddToNotesTable();
   void CompleteNotesTable();
-  // The current split's tables. Its model must have been built without error.
+  // The current split's tables and charts. Its model must have been built without error.
   void DisplayOutput();
 
  private:
@@ -40,7 +40,7 @@ class BYSOutput {
   // One column of a table: its group ("Posterior", the credible interval), its label, the format of a cell
   // and the values, one for each row.
   enum class Group { None, Posterior, Interval, Observed, Counts };
-  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance };
+  enum class Format { Count, Mean, StdDev, VarSquared, GeneralStat, Significance, Coefficient };
   struct Column {
     Group group;
     const char* label;
@@ -50,6 +50,12 @@ class BYSOutput {
     std::vector<const char*> notes = {};
     // Key of the footnote that a cell bears, "" for none; asked for each row.
     std::function<const char*(std::size_t row)> cellNote = {};
+  };
+
+  // What makes one of the two groups of independent samples: given values, or a cut point.
+  struct GroupValues {
+    std::vector<const OBS*> values;
+    double cut = 0;
   };
 
   // A table function, the results it shows and the analyses that show it.
@@ -80,6 +86,77 @@ class BYSOutput {
   void DisplayPostDistrIndep();
   std::vector<Row> MakePairRows(const std::vector<int>& first, const std::vector<int>& second) const;
   BpComposite GetGroupLabel(int group) const;
+  GroupValues DecodeGroup(int group) const;
+
+  // One curve of a chart: the names of its series, its arguments and its values.
+  struct ChartCurve {
+    const char* argument;
+    const char* value;
+    const MCBSN_850::Values* arguments;
+    const MCBSN_850::Values* values;
+  };
+  struct PosteriorChart {
+    ChartString title;
+    const char* axisTitle;
+    std::vector<ChartString> panelTitles;
+    std::vector<ChartCurve> curves;
+  };
+  // The charts of a model's results, in the order shown.
+  struct ChartSource {
+    BSNConst::ModelTypes model;
+    BSNConst::DistTypes distribution;
+    const char* chartTemplate;
+    std::vector<PosteriorChart> (BYSOutput::*make)() const;
+  };
+  static const ChartSource kChartSources[];
+
+  // BYSOutputCharts.cpp
+  void CreatePosteriorChart();
+  void SendCharts(const char* templateName, const std::vector<PosteriorChart>& charts) const;
+  void SendChart(const char* templateName, const PosteriorChart& chart) const;
+  static bool HasCurves(const PosteriorChart& chart);
+  static void AddLabels(XViZTemplate& chartTemplate, const PosteriorChart& chart);
+
+  // BYSOutputChartSources.cpp
+  std::vector<PosteriorChart> MakeNormalCharts() const;
+  std::vector<PosteriorChart> MakeBinomialCharts() const;
+  std::vector<PosteriorChart> MakePoissonCharts() const;
+  std::vector<PosteriorChart> MakeRelatedCharts() const;
+  std::vector<PosteriorChart> MakeIndependentCharts() const;
+  std::vector<PosteriorChart> MakeRegressionCharts() const;
+  static PosteriorChart MakeThreeCurves(const ChartString& title, const char* axisTitle,
+                                        const MCBSN_850::Values* const (&curves)[6]);
+  bool IsChartWanted(const MCMath_850::MCRegrParameter& parameter, std::size_t iParam) const;
+  ChartString GetChartName(int slot) const;
+  ChartString GetVariableTitle(int slot) const;
+  ChartString GetParameterTitle(const MCMath_850::MCRegrParameter& parameter) const;
+  ChartString GetGroupChartLabel(int group) const;
+  ChartString GetDifferenceLabel(const ChartString& first, const ChartString& second) const;
+
+  // BYSOutputRegression.cpp
+  void DisplayAnovaReg();
+  void DisplayBFReg();
+  void DisplayEstCoefReg();
+  void DisplayEstVarErrReg();
+  void DisplayPreRespReg();
+  void DisplayFtestReg();
+  void DisplayFtest(const MCBSN_850::BayesFTest& test, const MCMath_850::MCTestStats& result, int number);
+  void AnnotRegrDepend(BpPivotTable& table) const;
+  void AnnotRegrWeight(BpPivotTable& table) const;
+  void AnnotRegrModel(BpPivotTable& table) const;
+  void AnnotRegrModelFromPattern(BpPivotTable& table, const char* pattern) const;
+  void AnnotRegrMethod(BpPivotTable& table) const;
+  void AnnotRegrPrior(BpPivotTable& table) const;
+  BpAnnotation GetPredictionNote(const std::vector<double>& point) const;
+  BpComposite GetRegrMethodText(const char* key) const;
+  const ZARQ_Variable& GetDependent() const;
+  std::vector<const ZARQ_Variable*> GetPredictors() const;
+
+  // BYSOutputAnova.cpp
+  void DisplayBFAnova();
+  // The rows regression, residual and total of an analysis of variance, under these labels.
+  static void FillAnova(BpDimension& rows, BpDimension& statistics, const char* const (&labels)[3],
+                        const std::vector<double>& anova);
 
   // BYSOutputParts.cpp: what the tables of sample tests have in common.
   BpPivotTable OpenTable(const char* title);

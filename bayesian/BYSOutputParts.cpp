@@ -93,6 +93,8 @@ BpFormatSpec BYSOutput::GetFormat(Format format, const std::vector<const ZARQ_Va
       return BpProcedure::VarSquared(variables);
     case Format::Significance:
       return BpProcedure::Significance();
+    case Format::Coefficient:
+      return BpProcedure::Coefficient();
     default:
       return BpProcedure::GeneralStat();
   }

@@ -58,25 +58,34 @@ void BYSOutput::DisplayRelatedPostDistribution() {
 }
 
 // Group 0 is the first value or lies below the cut point, group 1 is the second value or the rest.
-BpComposite BYSOutput::GetGroupLabel(int group) const {
-  std::vector<const OBS*> vpObsVals;
+BYSOutput::GroupValues BYSOutput::DecodeGroup(int group) const {
+  GroupValues decoded;
   std::vector<double> vEndVals;
   std::vector<std::string> texts;
   bool isString = false;
-  fFactory.GetInputAdapter()->DecodeBinRecValue(fpCompSettings->GetGroupVar(), group, isString, vpObsVals,
-                                                vEndVals, texts);
-  const ZARQ_Variable& variable = fDataSource.GetVariable(fStatSettings.GetGroupVar());
+  fFactory.GetInputAdapter()->DecodeBinRecValue(fpCompSettings->GetGroupVar(), group, isString,
+                                                decoded.values, vEndVals, texts);
   if (fSpecs.GetGroupInfoElem().IsRange()) {
     BYS::Assert(vEndVals.size() == 2, kSource, "vEndVals.size() == 2");
+    decoded.cut = group == 1 ? vEndVals.front() : vEndVals.back();
+  } else {
+    BYS::Assert(!decoded.values.empty(), kSource, "!vpObsVals.empty()");
+  }
+  return decoded;
+}
+
+BpComposite BYSOutput::GetGroupLabel(int group) const {
+  const GroupValues decoded = DecodeGroup(group);
+  const ZARQ_Variable& variable = fDataSource.GetVariable(fStatSettings.GetGroupVar());
+  if (fSpecs.GetGroupInfoElem().IsRange()) {
     BpComposite range(group == 1 ? ">= ^1" : "< ^1", true);
-    range.Add(BpDataValue(OBS(group == 1 ? vEndVals.front() : vEndVals.back()), variable));
+    range.Add(BpDataValue(OBS(decoded.cut), variable));
     range.Finish();
     return range;
   }
-  BYS::Assert(!vpObsVals.empty(), kSource, "!vpObsVals.empty()");
   BpComposite values("= [%1:, ^1:]1", true);
   values.Sublist();
-  for (const OBS* value : vpObsVals) values.Add(BpDataValue(*value, variable));
+  for (const OBS* value : decoded.values) values.Add(BpDataValue(*value, variable));
   values.EndSublist();
   values.Finish();
   return values;

@@ -1,6 +1,7 @@
 #include "bayesian/BYSParser.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "bayesian/BYSAssert.h"
 #include "platform/component/Common.h"
@@ -25,9 +26,10 @@ double ReadNumber(const ParamObj& param, double defaultValue) {
   return defaultValue;
 }
 
+// A number beyond int means as many as there can be.
 int ReadInteger(const ParamObj& param, long defaultValue) {
   param.getIntegerValue(defaultValue);
-  return static_cast<int>(defaultValue);
+  return static_cast<int>(std::min<long>(defaultValue, std::numeric_limits<int>::max()));
 }
 
 }  // namespace
@@ -43,7 +45,13 @@ BYSParser::BYSParser(ZARQ_TokenSequence& tokens, BYSValidSpecs& specs, const Pro
       fSplitVars("SPLIT FILE", false),
       fWeightVar("WEIGHT", true),
       fInferenceVars("INFERENCE", "VARIABLES", false, fDescriptor),
+      fTableVars("TABLE", "TABLE", false, fDescriptor),
       fGroupVar("INFERENCE", "GROUP", false, fDescriptor),
+      fDependentVar("", "", false, fDescriptor),
+      fFullFactors("", "BY", false, fDescriptor),
+      fFullCovariates("", "WITH", true, fDescriptor),
+      fDesignFactors("DESIGN", "FACTORS", false, fDescriptor),
+      fDesignCovariates("DESIGN", "COVARIATES", true, fDescriptor),
       fMissing(MCCommon_850::MCMV::Missing()) {
   fMessage.SetCommandName(commandName);
   fMessage.SetProcedureTitle(procTitle);
@@ -61,24 +69,25 @@ bool BYSParser::ProcessCommandSpec(const CommandSpec& spec) {
     fMessage.NoSubCom();
     return false;
   }
-  if (!IsModel(BSNConst::OneSample) && !IsModel(BSNConst::Related) && !IsModel(BSNConst::Independent)) {
-    fMessage.GenericError("Command ^1 not available yet ...", fDescriptor.GetCommandName());
-    return false;
-  }
-  return ProcessSubCommands(spec);
+  if (!ProcessSubCommands(spec)) return false;
+  WarnAboutIdle(spec);
+  return true;
 }
 
 // The order matters: DATA needs the INFERENCE variables, PRIOR needs the known variances of DATA.
 bool BYSParser::ProcessSubCommands(const CommandSpec& spec) {
   InitSettings();
   ProcessExternVars();
-  return ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
+  return ReadOne(spec, "", &BYSParser::ProcessNoNameSubCom) &&
+         ReadOne(spec, "MISSING", &BYSParser::ProcessMissingSubCom) &&
          ReadOne(spec, "CRITERIA", &BYSParser::ProcessCriteriaSubCom) &&
          ReadOne(spec, "INFERENCE", &BYSParser::ProcessInferenceSubCom) &&
+         ReadOne(spec, "TABLE", &BYSParser::ProcessTableSubCom) && CheckTableGiven() &&
          ReadOne(spec, "ESTBF", &BYSParser::ProcessEstBFSubCom) && CheckPriorGiven(spec) &&
          ReadEach(spec, "DATA", &BYSParser::ProcessDataSubCom) &&
          ReadEach(spec, "PAIR", &BYSParser::ProcessPairSubCom) && CompletePairs(spec) &&
-         CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom);
+         CompleteTestValues() && ReadOne(spec, "PRIOR", &BYSParser::ProcessPriorSubCom) &&
+         ProcessModelSubCommands(spec) && ReadOne(spec, "PRINT", &BYSParser::ProcessPrintSubCom);
 }
 
 bool BYSParser::ReadOne(const CommandSpec& spec, const char* name, Reader reader) {

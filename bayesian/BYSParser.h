@@ -77,7 +77,25 @@ class BYSParser {
   // BYSParserEstBF.cpp
   bool ProcessEstBFSubCom(const SubComObj& subcommand);
   bool ReadComputation(const SubComObj& subcommand);
+  void ReadCompare(const SubComObj& subcommand);
   bool ReadGonen(const Tokens& values, const std::string& subcommand);
+
+  // BYSParserCorrelation.cpp: what INFERENCE and ESTBF say about correlations.
+  void ReadCorrelation(const SubComObj& subcommand);
+  void ReadCorrelationBF(const SubComObj& subcommand);
+
+  // BYSParserLogLinear.cpp: the table of the log-linear command, its model and its prior.
+  bool ProcessTableSubCom(const SubComObj& subcommand);
+  bool CheckTableGiven();
+  bool ReadLogLinear(const SubComObj& subcommand);
+  bool ReadShapes(const SubComObj& subcommand);
+  bool ReadShapeRows(const Tokens& values, const std::string& subcommand,
+                     std::vector<std::vector<double>>& rows) const;
+  void ReadScaleAndLambdas(const SubComObj& subcommand);
+  bool ProcessPrintSubCom(const SubComObj& subcommand);
+
+  // BYSParserIdle.cpp
+  void WarnAboutIdle(const CommandSpec& spec) const;
 
   // BYSParserData.cpp
   bool ProcessDataSubCom(const SubComObj& subcommand);
@@ -100,6 +118,32 @@ class BYSParser {
   void SetPriorDist(BSNConst::DistTypes type, PriorParams params);
   void SetMeanDist(BSNConst::DistTypes type, const std::vector<double>& params);
   bool HasKnownVariances() const;
+
+  // BYSParserModel.cpp: the subcommands of regression and analysis of variance
+  bool ProcessModelSubCommands(const CommandSpec& spec);
+  bool ProcessNoNameSubCom(const SubComObj& subcommand);
+  bool CheckPredictorCounts(int nFactors, int nCovariates) const;
+  bool ProcessDesignSubCom(const SubComObj& subcommand);
+  bool ReadSubset(const SubComObj& subcommand, const char* name, const VarSpecObj& whole,
+                  VarSpecObj& list) const;
+  bool CompleteDesign();
+  bool ProcessPredictSubCom(const SubComObj& subcommand);
+  bool AddModelValue(const ZARQ_Token& value, int variable, const std::string& parameter,
+                     const std::string& subcommand, BinInfoElem& elem) const;
+  bool ProcessFTestSubCom(const SubComObj& subcommand);
+  bool CompleteFTests(const CommandSpec& spec);
+  bool RefuseSubCom(const SubComObj& subcommand);
+
+  // BYSParserRegrPrior.cpp
+  bool ProcessRegrPriorSubCom(const SubComObj& subcommand);
+  bool CheckConjugateGiven(const SubComObj& subcommand) const;
+  bool ReadPriorNumbers(const SubComObj& subcommand);
+  bool ReadVMatrix(const SubComObj& subcommand);
+
+  // BYSParserPlot.cpp
+  bool ProcessPlotSubCom(const SubComObj& subcommand);
+  void ReadPlotFlags(const SubComObj& subcommand);
+  bool ReadPlotMeans(const SubComObj& subcommand);
 
   // BYSParserMessages.cpp: messages that several readers give, and conversions of tokens.
   void ParamNeed4NumVals(const std::string& parameter, const std::string& subcommand) const;
@@ -125,11 +169,19 @@ class BYSParser {
   VarSpecObj fSplitVars;
   VarSpecObj fWeightVar;
   VarSpecObj fInferenceVars;
+  VarSpecObj fTableVars;
   VarSpecObj fGroupVar;
+  VarSpecObj fDependentVar;
+  // All predictors of a model, and those that DESIGN leaves.
+  VarSpecObj fFullFactors;
+  VarSpecObj fFullCovariates;
+  VarSpecObj fDesignFactors;
+  VarSpecObj fDesignCovariates;
   // One entry for each pair, without repeats.
   std::vector<int> fvPairFirsts;
   std::vector<int> fvPairSeconds;
   TestValues fTests;
+  std::vector<MCBSN_850::BayesFTest> fvFTests;
   // The qualifier of VARDIST or PRECDIST, for messages about it; empty when neither was given.
   std::string fPriorDistQualifier;
   double fMissing;

@@ -5,19 +5,28 @@
 
 namespace {
 
-// A computation of two independent samples: its code, and the parameter that the bare keyword stands for.
+constexpr double kMissing = MCCommon_850::MCMV::Missing();
+
+// A computation: its code, and the parameter that the bare keyword stands for, with two independent samples
+// and with a model. Missing: the component's own choice.
 struct Computation {
   const char* name;
   BSNConst::RegrCompute type;
-  double defaultValue;
+  double groupDefault;
+  double modelDefault;
 };
-constexpr Computation kComputations[] = {
-    {"ROUDER", BSNConst::Rouder, 1.0}, {"HYPER", BSNConst::Hyper, -0.75}, {"GONEN", BSNConst::Gonen, 0.0}};
+constexpr Computation kComputations[] = {{"JZS", BSNConst::JZS, kMissing, kMissing},
+                                         {"ZELLNER", BSNConst::Zellner, kMissing, kMissing},
+                                         {"HYPER", BSNConst::Hyper, -0.75, 3.0},
+                                         {"ROUDER", BSNConst::Rouder, 1.0, 1.0},
+                                         {"GONEN", BSNConst::Gonen, kMissing, kMissing}};
 
 }  // namespace
 
 bool BYSParser::ProcessEstBFSubCom(const SubComObj& subcommand) {
-  return ReadComputation(subcommand);
+  ReadCompare(subcommand);
+  ReadCorrelationBF(subcommand);
+  return ReadComputation(subcommand) && ReadLogLinear(subcommand);
 }
 
 bool BYSParser::ReadComputation(const SubComObj& subcommand) {
@@ -29,8 +38,21 @@ bool BYSParser::ReadComputation(const SubComObj& subcommand) {
                                          [&](const Computation& row) { return keyword == row.name; });
   fSettings.SetRegrCompType(computation->type);
   if (computation->type == BSNConst::Gonen) return values.empty() || ReadGonen(values, subcommand.getName());
-  fSettings.SetRegrComPar(values.empty() ? computation->defaultValue : values.front().GetNumber());
+  if (values.size() > 1) {
+    fMessage.ParamNeedNumber("COMPUTATION " + keyword, subcommand.getName());
+    return false;
+  }
+  const bool groups = IsModel(BSNConst::Independent);
+  const double bare = groups ? computation->groupDefault : computation->modelDefault;
+  fSettings.SetRegrComPar(values.empty() ? bare : values.front().GetNumber());
   return true;
+}
+
+// The model that a model is compared with.
+void BYSParser::ReadCompare(const SubComObj& subcommand) {
+  const ParamObj* param = subcommand.getParamObj("COMPARE");
+  if (param == nullptr) return;
+  fSettings.SetCompareType(param->isStringValueCase("FULL") ? BSNConst::FullModel : BSNConst::NullModel);
 }
 
 // Mean and variance of the effect size.

@@ -18,6 +18,7 @@ bool BYSParser::ProcessInferenceSubCom(const SubComObj& subcommand) {
                             : param->isStringValueCase("BOTH")      ? BSNConst::Both
                                                                     : BSNConst::Posterior);
   }
+  ReadCorrelation(subcommand);
   return ReadDataVar(subcommand);
 }
 

@@ -47,6 +47,7 @@ const char* InformativeParameter(BSNConst::DistTypes type) {
 bool BYSParser::ProcessPriorSubCom(const SubComObj& subcommand) {
   const ParamObj* equal = subcommand.getParamObj("EQUALDATAVAR");
   fSettings.SetEqualDataVar(equal != nullptr && equal->isStringValueCase("TRUE"));
+  if (IsModel(BSNConst::Regression) || IsModel(BSNConst::Anova)) return ProcessRegrPriorSubCom(subcommand);
   if (!ReadPriorType(subcommand)) return false;
   if (subcommand.getParamObj("VARDIST") != nullptr && subcommand.getParamObj("PRECDIST") != nullptr) {
     fMessage.ParamExclusive("VARDIST", "PRECDIST", kPrior);

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "bayesian/BYSValidSpecs.h"
+#include "platform/component/Math.h"
 #include "platform/host/Adapter.h"
+#include "platform/host/Output.h"
 
 // Driven by the host's iterator. In pass 0 it learns the categories that the definitions of success and
 // groups speak of; from pass 1 on it recodes the records.
@@ -51,6 +53,9 @@ class BYSProcAdapter : public ACAInputAdapter {
   // non-positive regression weights.
   void GetBadValueFlags(bool& zeroOrNegative, bool& nonInteger, bool& negative, bool& badWeight) const;
   const std::vector<double>& GetCovarMeans() const;
+  // Makes the label of a model's parameter the group's current category: the intercept, a covariate, or a
+  // factor and its level in the current split.
+  void SetParamBagpipeCats(BpGroup* group, const MCMath_850::MCRegrParameter& parameter) const;
   // The raw values behind code 0 or 1 of a recoded variable, in the current split. Kinds FIRST and LAST: the
   // categories in `obs`; LEVEL: the given values in all three lists; MIDPOINT and CUTPOINT: `values` = {cut,
   // maximum} for code 1, {minimum, cut} for code 0. False: the slot is no recoded variable.

@@ -94,6 +94,9 @@ class BYSValidSpecs {
 
   void SetCategAscend(bool ascending) { fCategAscend = ascending; }
   bool GetCategAscend() const { return fCategAscend; }
+  // Rows of a matrix of prior shapes, as given; empty when there is no matrix.
+  std::vector<std::vector<double>>& GetShapeParamRows() { return fvShapeParamRows; }
+  const std::vector<std::vector<double>>& GetShapeParamRows() const { return fvShapeParamRows; }
   void SetPrintSuprTable(bool suppress) { fPrintSuprTable = suppress; }
   bool GetPrintSuprTable() const { return fPrintSuprTable; }
   std::vector<bool>& GetPrintCellOpts() { return fvPrintCellOpts; }
@@ -117,7 +120,14 @@ class BYSValidSpecs {
   void CompleteRunServices();
   std::vector<int> CompleteFactorSizes(const std::vector<int>& factors, bool ascending,
                                        BYSProcAdapter& adapter) const;
+  bool CheckShapeRows(const std::vector<int>& factorSizes, const BYSProcAdapter& adapter) const;
   std::string GetFreeVarName(int slot) const;
+  // BYSValidSpecsModel.cpp: values of predictors that a command gave.
+  void CompleteModelValues(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  void CompleteRegressors(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  void CompleteMeansGroups(Settings& compSettings, const BYSProcAdapter& adapter) const;
+  int EncodeGivenValue(int slot, const OBS& value, const BYSProcAdapter& adapter, const char* key,
+                       const char* splitKey) const;
 
   const ProcedureDataSource& fDataSource;
   std::string fProcTitle;
@@ -132,6 +142,7 @@ class BYSValidSpecs {
   std::string fModelFileName;
   std::string fParameterFileName;
   bool fCategAscend = true;
+  std::vector<std::vector<double>> fvShapeParamRows;
   bool fPrintSuprTable = false;
   std::vector<bool> fvPrintCellOpts;
   std::vector<bool> fvPrintStatOpts;

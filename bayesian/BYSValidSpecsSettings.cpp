@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "bayesian/BYSAssert.h"
+#include "bayesian/BYSMessage.h"
 #include "bayesian/BYSProcAdapter.h"
 #include "bayesian/BYSValidSpecs.h"
 
@@ -34,7 +35,24 @@ bool BYSValidSpecs::CompleteSettings(Settings& compSettings, BYSProcAdapter* ada
     compSettings.SetFactorNCategs(binomial ? std::vector<int>(factors.size(), 2)
                                            : CompleteFactorSizes(factors, ascending, *adapter));
   }
-  return true;
+  CompleteModelValues(compSettings, *adapter);
+  return CheckShapeRows(compSettings.GetFactorSizes(), *adapter);
+}
+
+// A matrix of shapes must fit the split's table. The parser has seen to it that all rows are equally long.
+bool BYSValidSpecs::CheckShapeRows(const std::vector<int>& factorSizes, const BYSProcAdapter& adapter) const {
+  const std::vector<std::vector<double>>& rows = fvShapeParamRows;
+  if (fpCompSettings->GetModelType() != BSNConst::LogLinear || rows.empty()) return true;
+  BYS::Assert(factorSizes.size() == 2, kSource, "factorSizes.size() == 2");
+  const auto nRows = static_cast<std::size_t>(factorSizes[0]);
+  const auto nColumns = static_cast<std::size_t>(factorSizes[1]);
+  if (nRows == rows.size() && nColumns == rows.front().size()) return true;
+  const bool split = adapter.GetSplitFile();
+  BYS::ShowMessage(split ? "Rectangular bad size, param ^1, subcom ^2, split [%1 = %2:,^1 = ^2:]3 ..."
+                         : "Rectangular bad size, param ^1, subcom ^2 ...",
+                   {BpString("SHAPEPARAMS", false), BpString("ESTBF", false)}, split,
+                   split ? kBpErrorLevelWarning : kBpErrorLevelError);
+  return false;
 }
 
 std::vector<int> BYSValidSpecs::CompleteFactorSizes(const std::vector<int>& factors, bool ascending,

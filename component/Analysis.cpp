@@ -16,6 +16,9 @@ constexpr AnalysisKind kKinds[] = {
     {BSNConst::OneSample, BSNConst::Poisson, MakeOneSamplePoisson},
     {BSNConst::Related, BSNConst::Normal, MakeRelatedSamples},
     {BSNConst::Independent, BSNConst::Normal, MakeIndependentSamples},
+    {BSNConst::Regression, BSNConst::Normal, MakeMultipleRegression},
+    {BSNConst::Anova, BSNConst::Normal, MakeMultipleRegression},
+    {BSNConst::Correlation, BSNConst::Normal, MakeCorrelation},
 };
 
 }  // namespace

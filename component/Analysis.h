@@ -33,5 +33,7 @@ std::unique_ptr<Analysis> MakeOneSampleBinomial(const BSNSettings& settings, Sta
 std::unique_ptr<Analysis> MakeOneSamplePoisson(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeRelatedSamples(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeIndependentSamples(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeMultipleRegression(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeCorrelation(const BSNSettings& settings, StatusList& statuses);
 
 }  // namespace BayesComponent

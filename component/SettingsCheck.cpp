@@ -27,13 +27,27 @@ bool HasGroups(const BSNSettings& settings) {
 }
 
 bool HasCorrelationVariables(const BSNSettings& settings) {
-  return settings.GetCovariates().size() >= 2;
+  const double b = settings.GetRegrComPar();
+  return settings.GetCovariates().size() >= 2 && std::abs(settings.GetNullValue()) < 1 &&
+         (!IsGiven(b) || (b > 0 && b < 1)) && IsGiven(settings.GetCorrCValue());
+}
+
+// One value for each predictor, or none at all.
+bool ArePredictorsAligned(const BSNSettings& settings) {
+  const std::size_t nPredictors = settings.GetFactors().size() + settings.GetCovariates().size();
+  return settings.GetRegressors().empty() || settings.GetRegressors().size() == nPredictors;
 }
 
 bool HasDesign(const BSNSettings& settings) {
   return settings.GetDependentVar() >= 0 &&
          !(settings.GetFactors().empty() && settings.GetCovariates().empty()) &&
-         settings.GetFactors().size() == settings.GetFactorSizes().size();
+         settings.GetFactors().size() == settings.GetFactorSizes().size() &&
+         settings.GetFullModFactors().size() == settings.GetFullModFactorSizes().size() &&
+         ArePredictorsAligned(settings);
+}
+
+bool HasOneWayDesign(const BSNSettings& settings) {
+  return HasDesign(settings) && settings.GetFactors().size() == 1 && settings.GetCovariates().empty();
 }
 
 bool HasTable(const BSNSettings& settings) {
@@ -51,7 +65,7 @@ constexpr Requirement kVariables[] = {
     {BSNConst::Independent, HasGroups},
     {BSNConst::Correlation, HasCorrelationVariables},
     {BSNConst::Regression, HasDesign},
-    {BSNConst::Anova, HasDesign},
+    {BSNConst::Anova, HasOneWayDesign},
     {BSNConst::LogLinear, HasTable},
 };
 

@@ -29,4 +29,8 @@ int SamplesOf(const BSNSettings& settings) {
   return settings.GetMCSamples() > 0 ? settings.GetMCSamples() : 10000;
 }
 
+long PosteriorSamplesOf(const BSNSettings& settings) {
+  return settings.GetPosteriorSamples() > 0 ? settings.GetPosteriorSamples() : 10000;
+}
+
 }  // namespace BayesComponent

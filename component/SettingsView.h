@@ -34,7 +34,8 @@ bool WantsPosterior(const BSNSettings& settings);
 // Within the settings' limits, or within 1e-6 and 2,000 refinements where none are given.
 GaussLobatto QuadratureOf(const BSNSettings& settings);
 
-// Draws for a Monte Carlo integral: the settings' number, else 10,000.
+// Draws for a Monte Carlo integral: the settings' number, else 10,000. Draws from a posterior likewise.
 int SamplesOf(const BSNSettings& settings);
+long PosteriorSamplesOf(const BSNSettings& settings);
 
 }  // namespace BayesComponent

@@ -17,6 +17,12 @@ void StatusList::Warn(StatusCode code, int datum0, int datum1) {
   if (!Contains(code, datum0, datum1)) fWarnings.Add({code, MCStatus::Severity::Warning, datum0, datum1});
 }
 
+void StatusList::Warn(const StatusList& other) {
+  for (const MCStatus& status : other.Warnings().GetWarnings(true)) {
+    Warn(static_cast<StatusCode>(status.GetCode()), status.GetDatum(0), status.GetDatum(1));
+  }
+}
+
 void StatusList::Fail(StatusCode code, int datum0, int datum1) {
   const MCStatus status(code, MCStatus::Severity::Error, datum0, datum1);
   fWarnings.Add(status);

@@ -14,6 +14,9 @@ class StatusList {
   // There are no results. The first failure is the one reported.
   void Fail(StatusCode code, int datum0 = 0, int datum1 = 0);
 
+  // Warns of everything that the other list warns of, for tasks that collect their own.
+  void Warn(const StatusList& other);
+
   // OK while nothing failed.
   const MCCommon_850::MCStatus& Error() const { return fError; }
   // Warnings and failures in the order they arose.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <boost/math/distributions/beta.hpp>
+#include <boost/math/distributions/fisher_f.hpp>
 #include <boost/math/distributions/gamma.hpp>
 #include <boost/math/distributions/normal.hpp>
 #include <boost/math/distributions/students_t.hpp>
@@ -30,6 +31,12 @@ using FastStudent =
                                          policies::normalise<Quiet, policies::promote_double<false>>::type>;
 using Beta = boost::math::beta_distribution<double, Quiet>;
 using Gamma = boost::math::gamma_distribution<double, Quiet>;
+using FisherF = boost::math::fisher_f_distribution<double, Quiet>;
+
+// Boost's tail probabilities lose their digits among the subnormal doubles.
+double WithoutSubnormal(double probability) {
+  return probability < std::numeric_limits<double>::min() ? 0 : probability;
+}
 
 }  // namespace
 
@@ -129,10 +136,46 @@ double GammaDistribution::Density(double x) const {
   return fRate * pdf(Gamma(fShape, 1), fRate * x);
 }
 
+InverseGammaDistribution::InverseGammaDistribution(double shape, double scale)
+    : fShape(shape), fScale(scale) {}
+
+std::optional<double> InverseGammaDistribution::Mean() const {
+  if (fShape > 1) return fScale / (fShape - 1);
+  return {};
+}
+
+std::optional<double> InverseGammaDistribution::Variance() const {
+  if (!(fShape > 2)) return {};
+  const double mean = fScale / (fShape - 1);
+  return mean * (mean / (fShape - 2));
+}
+
+double InverseGammaDistribution::LowerQuantile(double tail) const {
+  return fScale / quantile(complement(Gamma(fShape, 1), tail));
+}
+
+double InverseGammaDistribution::UpperQuantile(double tail) const {
+  return fScale / quantile(Gamma(fShape, 1), tail);
+}
+
+double InverseGammaDistribution::Density(double x) const {
+  if (!(x > 0)) return 0;
+  // scale/x has the gamma distribution with this shape and rate 1.
+  const double y = fScale / x;
+  return pdf(Gamma(fShape, 1), y) * (y / x);
+}
+
+double PointDistribution::Density(double x) const {
+  return x == fPoint ? std::numeric_limits<double>::infinity() : 0;
+}
+
+double FSignificance(double statistic, double df1, double df2) {
+  return WithoutSubnormal(cdf(complement(FisherF(df1, df2), statistic)));
+}
+
 double TwoSidedSignificance(double statistic, double df) {
   const double x = -std::abs(statistic);
-  const double significance = 2 * (std::isinf(df) ? cdf(Normal(), x) : cdf(Student(df), x));
-  return significance < std::numeric_limits<double>::min() ? 0 : significance;
+  return WithoutSubnormal(2 * (std::isinf(df) ? cdf(Normal(), x) : cdf(Student(df), x)));
 }
 
 }  // namespace BayesComponent

@@ -92,6 +92,42 @@ class GammaDistribution : public Distribution {
   double fRate;
 };
 
+// Inverse gamma with shape and scale > 0: the density falls as x^-(shape + 1) exp(-scale/x).
+class InverseGammaDistribution : public Distribution {
+ public:
+  InverseGammaDistribution(double shape, double scale);
+  std::optional<double> Mode() const override { return fScale / (fShape + 1); }
+  std::optional<double> Mean() const override;
+  std::optional<double> Variance() const override;
+  double LowerQuantile(double tail) const override;
+  double UpperQuantile(double tail) const override;
+  double Density(double x) const override;
+
+ private:
+  double fShape;
+  double fScale;
+};
+
+// All probability at one point: the limit of a distribution whose scale vanishes.
+class PointDistribution : public Distribution {
+ public:
+  explicit PointDistribution(double point) : fPoint(point) {}
+  std::optional<double> Mode() const override { return fPoint; }
+  std::optional<double> Mean() const override { return fPoint; }
+  std::optional<double> Variance() const override { return 0.0; }
+  double LowerQuantile(double) const override { return fPoint; }
+  double UpperQuantile(double) const override { return fPoint; }
+  // It has none: infinite at the point, 0 elsewhere.
+  double Density(double x) const override;
+
+ private:
+  double fPoint;
+};
+
+// P(X > statistic) for an F statistic >= 0 with both degrees of freedom > 0. 0 below the smallest normal
+// double.
+double FSignificance(double statistic, double df1, double df2);
+
 // Two-sided significance of a test statistic that is Student with `df` or, at infinite df, normal. 0 below
 // the smallest normal double.
 double TwoSidedSignificance(double statistic, double df);

@@ -5,6 +5,7 @@
 #include <limits>
 #include <numbers>
 
+#include "component/numeric/LogMeanExp.h"
 #include "component/numeric/StableLog.h"
 
 namespace BayesComponent {
@@ -14,26 +15,6 @@ namespace {
 // g reaches from where its prior has no mass left to the end of the doubles, on the log scale.
 constexpr double kLogGBelowScale = 40;
 constexpr double kLargestLogG = 700;
-
-// Mean of exp(x) over values of x that come one by one, as a logarithm.
-class LogMeanExp {
- public:
-  void Add(double x) {
-    ++fCount;
-    if (x > fLargest) {
-      fSum = fSum * std::exp(fLargest - x) + 1;
-      fLargest = x;
-    } else {
-      fSum += std::exp(x - fLargest);
-    }
-  }
-  double Value() const { return fLargest + std::log(fSum / fCount); }
-
- private:
-  double fCount = 0;
-  double fLargest = -std::numeric_limits<double>::infinity();
-  double fSum = 0;
-};
 
 // Normal effect with a known variance: the ratio of two normal densities of z.
 double LogBF01NormalEffectOfZ(double z, double noncentrality, double variance) {

@@ -1,5 +1,5 @@
 // The component's only source of random numbers: a 64-bit Mersenne twister, whose bits the C++ standard
-// fixes, under Boost's distributions, whose output doesn't depend on the standard library at hand.
+// fixes, under distributions whose output doesn't depend on the standard library at hand.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +10,18 @@ namespace BayesComponent {
 class RandomStream {
  public:
   explicit RandomStream(std::uint64_t seed) : fEngine(seed) {}
+  // One of many streams under one seed: tasks that run in any order draw from streams of their own.
+  RandomStream(std::uint64_t seed, std::uint64_t task);
 
+  // A draw from the uniform distribution, strictly between 0 and 1.
+  double Uniform();
   // A draw from the standard normal distribution.
   double Normal();
+  // The same, given that it falls between `lower` and `upper` > `lower`; either may be infinite.
+  double NormalBetween(double lower, double upper);
+  // The natural logarithm of a draw from the gamma distribution with this shape > 0 and rate 1, finite
+  // however small the shape.
+  double LogGamma(double shape);
 
  private:
   std::mt19937_64 fEngine;

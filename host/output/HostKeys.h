@@ -20,6 +20,7 @@ inline constexpr char kHostUnknownCommand[] = "Host unknown command ^1 ...";
 inline constexpr char kHostAmbiguousCommand[] = "Host ambiguous command ^1 ...";
 inline constexpr char kHostMissingPeriod[] = "Host missing period before ^1 ...";
 inline constexpr char kHostNeedBehind[] = "Host found ^1, command ^2, need ^3 ...";
+inline constexpr char kHostNeedEnd[] = "Host need end, found ^1, command ^2 ...";
 inline constexpr char kHostNeedSubCommand[] = "Host need subcommand, found ^1, command ^2 ...";
 inline constexpr char kHostUnknownSubCommand[] = "Host unknown subcommand ^1, command ^2 ...";
 inline constexpr char kHostAmbiguousSubCommand[] = "Host ambiguous subcommand ^1, command ^2 ...";
@@ -69,6 +70,11 @@ inline constexpr char kHostCategoryNeedText[] = "Host category ^1 not text, vari
 inline constexpr char kHostNameTaken[] = "Host name ^1 taken, subcom ^2 ...";
 inline constexpr char kHostNameBad[] = "Host name ^1 bad, subcom ^2 ...";
 inline constexpr char kHostNameRoot[] = "Host no name from root ^1, subcom ^2 ...";
+
+// Charts.
+inline constexpr char kHostChartFile[] = "Host chart file ^1 ...";
+inline constexpr char kHostChartTemplate[] = "Host chart template ^1 ...";
+inline constexpr char kHostChartNotDrawn[] = "Host chart ^1 not drawn, reason ^2 ...";
 
 // Cases and the run.
 inline constexpr char kHostNoCasesForSelect[] = "Host no cases for select ...";

@@ -206,9 +206,14 @@ class HtmlWriter {
     fOut << "</figure>\n";
   }
 
-  // The drawing comes from this host's own chart writer, which escapes its texts.
+  // The drawing comes from this host's own chart writer, which shows the title and escapes its texts.
   void WriteContent(const Chart& chart) {
-    fOut << "<figure>\n<figcaption>" << E(chart.fTitle) << "</figcaption>\n" << chart.fSvg << "\n</figure>\n";
+    fOut << "<figure>\n";
+    if (chart.fSvg.empty())
+      fOut << "<figcaption>" << E(chart.fTitle) << "</figcaption>\n";
+    else
+      fOut << chart.fSvg << '\n';
+    fOut << "</figure>\n";
   }
 
   std::ostream& fOut;

@@ -19,6 +19,11 @@ std::vector<std::string> DropEmpty(std::vector<std::string> names) {
   return names;
 }
 
+// What stands behind the name of a body: its keywords stand in place of both.
+ParamDescriptor DropKeywords(const ParamDescriptor& body) {
+  return {body.GetName(), body.GetSpec(), true, true, UPSpecTypes::kBracketsFree};
+}
+
 // A subcommand under way.
 struct OpenSubCom {
   const SubComDescriptor& fDescriptor;
@@ -40,6 +45,7 @@ class GrammarCheck {
   const SubComDescriptor& MatchSubCommand(const ZARQ_Token& name) const;
   void ReadBody(const SubComDescriptor& descriptor, std::size_t position);
   ParamObj ReadUnnamedBody(const OpenSubCom& open);
+  bool TakeBodyKeyword(const ParamDescriptor& body, ParamObj::State& state);
   void ReadParam(OpenSubCom& open);
   const ParamDescriptor& MatchParam(const OpenSubCom& open) const;
   Value ReadParamValue(const ParamDescriptor& param, const OpenSubCom& open, std::size_t position);
@@ -82,6 +88,8 @@ void GrammarCheck::ReadLeadingBody() {
 void GrammarCheck::ReadSubCommand() {
   const std::size_t position = fCursor.GetPosition();
   const auto names = DropEmpty(GetNames(fGrammar.GetSubComs()));
+  if (names.empty())
+    Reject(kHostNeedEnd, {fCursor.ShowNext(), fGrammar.GetCommandName()}, fCursor.GetPosition());
   const bool slash = fCursor.TakeOperator(kSlash);
   if (!slash || !fCursor.IsAtWord())
     Reject(kHostNeedSubCommand, {fCursor.ShowNext(), fGrammar.GetCommandName(), names},
@@ -122,12 +130,31 @@ void GrammarCheck::ReadBody(const SubComDescriptor& descriptor, std::size_t posi
 // A body that declares no specification of its own is a list of names with BY and WITH.
 ParamObj GrammarCheck::ReadUnnamedBody(const OpenSubCom& open) {
   const ParamDescriptor names("", UPSpecTypes::kTokenList, true, true, UPSpecTypes::kBracketsFree);
-  const auto& declared = open.fDescriptor.GetExportParam();
-  const ValueContext context{open.fLabel, fGrammar.GetCommandName(), {}};
+  const auto& exported = open.fDescriptor.GetExportParam();
+  const ParamDescriptor& declared = exported ? *exported : names;
   ParamObj::State body;
   body.fPosition = fCursor.GetPosition();
-  body.fvTokens = ReadValue(fCursor, declared ? *declared : names, context).fvTokens;
+  if (declared.GetName().empty())
+    body.fvTokens = ReadValue(fCursor, declared, {open.fLabel, fGrammar.GetCommandName(), {}}).fvTokens;
+  else if (!TakeBodyKeyword(declared, body))
+    body.fvTokens =
+        ReadValue(fCursor, DropKeywords(declared), {declared.GetName(), open.fLabel, {}}).fvTokens;
   return ParamObj(std::make_shared<ParamObj::State>(std::move(body)));
+}
+
+// Takes the name that a body stands behind. True: a keyword stands in place of name and value.
+bool GrammarCheck::TakeBodyKeyword(const ParamDescriptor& body, ParamObj::State& state) {
+  std::vector<std::string> words = body.GetStringValues();
+  words.push_back(body.GetName());
+  const auto matches =
+      fCursor.IsAtWord() ? MatchKeyword(fCursor.Peek().GetText(), words) : std::vector<std::size_t>();
+  if (matches.size() != 1)
+    Reject(kHostNeedBehind, {fCursor.ShowNext(), fGrammar.GetCommandName(), DescribeBody(body)},
+           fCursor.GetPosition());
+  fCursor.Take();
+  const std::string& word = words[matches.front()];
+  if (word != body.GetName()) state.fKeyword = word;
+  return !state.fKeyword.empty();
 }
 
 void GrammarCheck::ReadParam(OpenSubCom& open) {

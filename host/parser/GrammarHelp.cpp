@@ -49,6 +49,14 @@ std::string ShowValue(const ParamDescriptor& param) {
   return (choices.size() > 1 ? "{" + shown + "}" : shown) + (isList ? " ..." : "");
 }
 
+// `rows BY columns`, `{BY a b c | OFF}`
+std::string ShowBody(const ParamDescriptor& body) {
+  if (body.GetName().empty()) return ShowValue(body);
+  Parts choices(body.GetStringValues());
+  choices.insert(choices.begin(), body.GetName() + " " + ShowPlaceholder(body.GetSpec()));
+  return choices.size() > 1 ? "{" + Join(choices, " | ") + "}" : choices.front();
+}
+
 std::string ShowParam(const ParamDescriptor& param) {
   return MarkOptional(param.GetName() + MarkOptional("=" + ShowValue(param), param.IsValueRequired()),
                       param.IsRequired());
@@ -60,7 +68,7 @@ Parts ShowSyntax(const SubComDescriptor& subcommand) {
   if (!subcommand.GetName().empty()) parts.push_back("/" + subcommand.GetName());
   if (subcommand.GetSpec() == UPSpecTypes::kUnnamedBody) {
     const auto& body = subcommand.GetExportParam();
-    parts.push_back(body ? ShowValue(*body) : Say("dependent [BY factors] [WITH covariates]"));
+    parts.push_back(body ? ShowBody(*body) : Say("dependent [BY factors] [WITH covariates]"));
   }
   for (const ParamDescriptor& param : subcommand.GetParams()) parts.push_back(ShowParam(param));
   if (!subcommand.IsRequired()) {
@@ -108,6 +116,7 @@ struct HelpRow {
 
 std::vector<HelpRow> DescribeParams(const SubComDescriptor& subcommand) {
   std::vector<HelpRow> rows;
+  if (const auto& body = subcommand.GetExportParam()) rows.push_back({ShowBody(*body), DescribeBody(*body)});
   for (const ParamDescriptor& param : subcommand.GetParams()) {
     const std::string note = param.IsRequired() ? " (" + Say("required") + ")" : "";
     rows.push_back({param.GetName(), DescribeValue(param) + note});

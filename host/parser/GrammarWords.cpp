@@ -81,6 +81,10 @@ std::string DescribeValue(const ParamDescriptor& param) {
              {Say(words->fDescription), DescribeBoundaries(param), param.GetStringValues()});
 }
 
+std::string DescribeBody(const ParamDescriptor& body) {
+  return body.GetName().empty() ? DescribeValue(body) : body.GetName() + " " + DescribeValue(body);
+}
+
 std::string ShowPlaceholder(UPSpecTypes::ParamSpec spec) {
   const KindWords* const words = FindWords(spec);
   return words == nullptr ? std::string() : Say(words->fPlaceholder);

@@ -20,6 +20,8 @@ std::string FormatNumber(double number);
 std::vector<std::string> DescribeBoundaries(const ParamDescriptor& param);
 // What a value of the parameter is: "a whole number, greater than 0, or RANDOM".
 std::string DescribeValue(const ParamDescriptor& param);
+// What a body without named parameters is: "BY variables, or OFF".
+std::string DescribeBody(const ParamDescriptor& body);
 // What stands for a value in a syntax diagram; empty for a kind whose values are keywords only.
 std::string ShowPlaceholder(UPSpecTypes::ParamSpec spec);
 

@@ -50,6 +50,7 @@ class ValueReader {
   void ReadList(ReadFunction readItem);
   void ReadJoined(const char* joint);
   void ReadMatrix();
+  void ReadName();
   void ReadNameOrValue();
   void ReadQualifierValues(const ParamDescriptor& qualifier);
   void CloseBracket(int code, const ZARQ_Token& opened);
@@ -134,8 +135,7 @@ void ValueReader::ReadMatrix() {
 
 void ValueReader::ReadNameOrValue() {
   if (fCursor.IsAt(ZARQ_Token::Kind::Number)) return AppendNumber();
-  if (!fCursor.IsAtWord() && !fCursor.IsAt(ZARQ_Token::Kind::QuotedText)) RejectNext();
-  fValue.fvTokens.push_back(fCursor.Take());
+  ReadName();
 }
 
 // Names with a word between two of them. How many names there must be is the reader's business.
@@ -143,7 +143,7 @@ void ValueReader::ReadJoined(const char* joint) {
   const auto isAtJoint = [&] { return fCursor.IsAtWord() && IsSameWord(fCursor.Peek().GetText(), joint); };
   do {
     if (isAtJoint()) RejectNext();
-    ReadVariable();
+    ReadName();
     if (!isAtJoint()) continue;
     fValue.fvTokens.push_back(fCursor.Take());
     if (IsAtEndOfValue()) RejectNext();
@@ -176,7 +176,13 @@ void ValueReader::ReadFile() {
   fValue.fvTokens.push_back(fCursor.Take());
 }
 
+// ALL is no single variable, unless it is quoted.
 void ValueReader::ReadVariable() {
+  if (fCursor.IsAtWord() && IsSameWord(fCursor.Peek().GetText(), "ALL")) RejectNext();
+  ReadName();
+}
+
+void ValueReader::ReadName() {
   if (!fCursor.IsAtWord() && !fCursor.IsAt(ZARQ_Token::Kind::QuotedText)) RejectNext();
   fValue.fvTokens.push_back(fCursor.Take());
 }

@@ -34,6 +34,7 @@ struct RunOptions {
   bool fProgress = false;  // a progress line on standard error
   bool fDebug = false;     // the debug channel on standard error
   ParserMode fParserMode = ParserMode::Run;
+  std::string fChartStyle;  // the file of the chart colours; empty: the one of share/
 };
 
 // A command and its place in the file it came from.

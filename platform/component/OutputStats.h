@@ -3,9 +3,12 @@
 
 #include <iosfwd>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/Visibility.h"
+#include "platform/component/Common.h"
+#include "platform/component/Math.h"
 
 namespace MCBSN_850 {
 
@@ -13,6 +16,18 @@ using Indices = std::vector<int>;
 using Values = std::vector<double>;
 using Flags = std::vector<bool>;
 using Curves = std::vector<std::vector<double>>;
+
+// The posterior of one quantity in numbers; missing where it has no such number, or where the analysis
+// doesn't report it.
+struct BAYES_PLATFORM BayesEstimation {
+  double fMode = MCCommon_850::MCMV::Missing();
+  double fMedian = MCCommon_850::MCMV::Missing();
+  double fMean = MCCommon_850::MCMV::Missing();
+  double fVariance = MCCommon_850::MCMV::Missing();
+  // Limits of the credible interval.
+  double fLower = MCCommon_850::MCMV::Missing();
+  double fUpper = MCCommon_850::MCMV::Missing();
+};
 
 class BAYES_PLATFORM BSNOutputStats {
  public:
@@ -209,6 +224,109 @@ class BAYES_PLATFORM BSN2SampleIndOutputStats : public BSNOutputStats {
   const Curves& GetPlotYPrior() const;
   const Curves& GetPlotArguments() const;
   const Curves& GetPlotPosterior() const;
+
+  void Write(std::ostream& stream) const override;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
+// Correlations of all pairs of variables: Pearson's r, Spearman's rho or Kendall's tau-b, as the settings
+// say. One entry per pair, (0, 1), (0, 2), ... (1, 2), ...
+class BAYES_PLATFORM BSNPearsonCorrelationOutputStats : public BSNOutputStats {
+ public:
+  struct Data;
+  explicit BSNPearsonCorrelationOutputStats(std::shared_ptr<const Data> data);
+
+  // Positions in the list of covariates.
+  const std::vector<std::pair<int, int>>& GetVarPairIndices() const;
+  // The sample's coefficient.
+  const Values& GetPearsonCorrelation() const;
+  // Bayes factor of null over alternative; its natural logarithm where the flag is set.
+  const Values& GetBayesFactor() const;
+  const Flags& GetIsLogBayesFactor() const;
+  // Whether the quadrature behind the Bayes factor failed, so that it is a Monte Carlo estimate.
+  const Flags& GetIndIntegralFailed() const;
+  // Valid cases of each variable, and of each pair.
+  const Values& GetVarN() const;
+  const Values& GetVarPairN() const;
+  // Posterior of the population coefficient.
+  const Values& GetPosteriorMode() const;
+  const Values& GetPosteriorMean() const;
+  const Values& GetPosteriorVariance() const;
+  const Values& GetPosteriorLowerBound() const;
+  const Values& GetPosteriorUpperBound() const;
+  // Curves of the charts, on one list of arguments for each pair; empty beyond the number of plots set.
+  const Curves& GetPlotXAxis() const;
+  const Curves& GetPlotLogLikelihood() const;
+  const Curves& GetPlotPosterior() const;
+  const Curves& GetPlotPrior() const;
+
+  void Write(std::ostream& stream) const override;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
+// Linear regression, and one-way analysis of variance as a regression on the levels of its factor.
+//
+// The parameters are the intercept, then one for every level of every factor, then one for every covariate,
+// in the order of the settings. All lists "per parameter" follow it.
+class BAYES_PLATFORM BSNMultiRegOutputStats : public BSNOutputStats {
+ public:
+  struct Data;
+  explicit BSNMultiRegOutputStats(std::shared_ptr<const Data> data);
+
+  // Ten numbers: regression sum of squares, its df, mean square, F, significance; residual sum of squares,
+  // df, mean square; total sum of squares, df. Sums are corrected for the mean and weighted.
+  const Values& GetAnova() const;
+  // Bayes factor of the model over the intercept alone, or over the full model where the settings say so; its
+  // natural logarithm where the flag is set, which analysis of variance never does.
+  double GetBayesFactor() const;
+  bool IsLogBayesFactor() const;
+  double GetRSquared() const;
+  double GetAdjRSquared() const;
+  // Missing unless the settings compare with the full model.
+  double GetRSquaredFull() const;
+
+  const std::vector<MCMath_850::MCRegrParameter>& GetRegrParameters() const;
+  // Parameters that the ones before them determine, and the last level of every factor: they are zero.
+  const MCMath_850::MCBitSet& GetRedundancy() const;
+  // Posteriors per parameter, all missing for a redundant one; of the error variance; of the response of one
+  // further case (of regression weight 1) at the prediction point.
+  const std::vector<BayesEstimation>& GetVarCoeffBayesEstimations() const;
+  const BayesEstimation& GetErrorBayesEstimation() const;
+  const BayesEstimation& GetPredictedBayesEstimation() const;
+  // Where the response is predicted: a category code for each factor, then a number for each covariate.
+  const Values& GetPredictionPoint() const;
+  // One for each F-test of the settings, all missing where it could not be computed.
+  const std::vector<MCMath_850::MCTestStats>& GetFTestResults() const;
+
+  // The posterior of the expected response of one case: mode, mean and credible interval; the variance,
+  // computed when the settings ask for it, is that of the response itself. False when there is no model or
+  // the case lacks a predictor's value, and the estimation is then left alone.
+  bool Score(const MCCommon_850::Record& record, BayesEstimation& estimation) const;
+
+  // Curves per parameter, empty for those that are not plotted. The likelihoods are logarithms.
+  const Curves& GetParamsArgumentsPlots4Likelihoods() const;
+  const Curves& GetLikelihoodParamPlots() const;
+  const Curves& GetParamsArgumentsPlots4Posterior() const;
+  const Curves& GetPosteriorParamPlots() const;
+  const Curves& GetParamsArgumentsPlots4Prior() const;
+  const Curves& GetPriorParamPlots() const;
+  // Curves of the error variance and of the predicted response.
+  const Values& GetArgumentErrorVarPlot4Likelihoods() const;
+  const Values& GetLikelihoodErrorVarPlot() const;
+  const Values& GetArgumentErrorVarPlot4Posterior() const;
+  const Values& GetPosteriorErrorVarPlot() const;
+  const Values& GetArgumentErrorVarPlot4Prior() const;
+  const Values& GetPriorErrorVarPlot() const;
+  const Values& GetArgumentPredictedPlot4Likelihoods() const;
+  const Values& GetLikelihoodPredictedPlot() const;
+  const Values& GetArgumentPredictedPlot4Posterior() const;
+  const Values& GetPosteriorPredictedPlot() const;
+  const Values& GetArgumentPredictedPlot4Prior() const;
+  const Values& GetPriorPredictedPlot() const;
 
   void Write(std::ostream& stream) const override;
 

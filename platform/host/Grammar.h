@@ -89,7 +89,8 @@ class BAYES_PLATFORM SubComDescriptor {
   void addParamDesc(const ParamDescriptor& param);
   void addParamDesc(const std::string& name, UPSpecTypes::ParamSpec spec, bool required, bool valueRequired,
                     UPSpecTypes::BracketOptions brackets);
-  // The specification that is the whole body of a subcommand without named parameters.
+  // The specification that is the whole body of a subcommand without named parameters. One with a name stands
+  // behind its name (`BY a b`), or is one of its string values instead (`OFF`).
   void setExportParamDesc(const ParamDescriptor& param);
 
   const std::string& GetName() const { return fName; }

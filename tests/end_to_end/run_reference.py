@@ -15,6 +15,11 @@ TESTS = {"n": "N", "mean": "Mean", "sd": "Std. Deviation", "em": "Std. Error Mea
 POSTERIOR = {"mode": "Mode", "mean": "Mean", "variance": "Variance", "lower": "Lower Bound", "upper": "Upper Bound"}
 
 
+# The ten numbers of an analysis of variance: column and row.
+ANOVA = [("Sum of Squares", 0), ("df", 0), ("Mean Square", 0), ("F", 0), ("Sig.", 0), ("Sum of Squares", 1),
+         ("df", 1), ("Mean Square", 1), ("Sum of Squares", 2), ("df", 2)]
+
+
 def columns_of(test, posterior, stats, posteriors=None):
     """The table, the column (innermost label) and the row of each expected number."""
     columns = {f"stats.{name}": (test, column, 0) for name, column in stats.items()}
@@ -24,6 +29,32 @@ def columns_of(test, posterior, stats, posteriors=None):
     return columns
 
 
+def anova_columns(expect):
+    """The same for one-way analysis of variance; the rows of parameters bear their names. None: no table shows it."""
+    columns = {f"anova.{i}": ("ANOVA", *place) for i, place in enumerate(ANOVA)}
+    columns.update({"lnBF": ("ANOVA", "Bayes Factor", 0), "R2": None, "adj_R2": None})
+    for i, parameter in enumerate(expect["coefficients"]):
+        label = parameter["name"].replace("=", " = ")
+        columns.update({f"coefficients.{i}.{name}": ("Bayesian Estimates of Coefficients", column, i, label)
+                        for name, column in POSTERIOR.items()})
+    columns.update({f"error_variance.{name}": ("Bayesian Estimates of Error Variance", column, 0)
+                    for name, column in POSTERIOR.items()})
+    return columns
+
+
+def regression_columns(expect):
+    summary = "Bayes Factor Model Summary"
+    columns = {**anova_columns(expect), "lnBF": (summary, "Bayes Factor", 0),
+               "R2_full" if "R2_full" in expect else "R2": (summary, "R Square", 0),
+               "adj_R2": (summary, "Adjusted R Square", 0)}
+    columns.update({f"predicted.{name}": ("Bayesian Estimates of Predicted Response", column, 0)
+                    for name, column in POSTERIOR.items()})
+    columns.update({f"ftests.{i}.{name}": ("F-test Table", column, i) for i in range(len(expect.get("ftests", ())))
+                    for name, column in (("F", "F"), ("df1", "df1"), ("df2", "df2"), ("sig", "Sig."))})
+    return columns
+
+
+# Of each file, or made from what a case expects.
 COLUMNS = {
     "onesample_normal": columns_of("One-Sample T Test",
                                    "Posterior Distribution Characterization for One-Sample Mean", TESTS),
@@ -44,16 +75,23 @@ COLUMNS = {
         **{f"stats.{name}{group}": ("Group Statistics", TESTS[name], group - 1)
            for name in ("n", "mean", "sd", "em") for group in (1, 2)},
     },
+    "regression": regression_columns,
+    "anova": anova_columns,
 }
-LOCATIONS = {"posterior.mode", "posterior.mean", "posterior.lower", "posterior.upper"}
+LOCATIONS = {"mode", "mean", "lower", "upper"}
+# What a case says beside numbers of the report.
+UNSHOWN = {"tolerance", "tolerances", "status", "name", "redundant", "value", "mean_prediction_at_x0"}
 
 
-def flatten(expect):
-    for key in ("stats", "posterior"):
-        for name, value in (expect.get(key) or {}).items():
-            yield f"{key}.{name}", value
-    if "lnBF" in expect:
-        yield "lnBF", expect["lnBF"]
+def leaves(expect, path=()):
+    """The expected numbers by their path, like `coefficients.2.mode`, each with the group that it stands in."""
+    for key, value in expect.items() if isinstance(expect, dict) else enumerate(expect):
+        if key in UNSHOWN:
+            continue
+        if isinstance(value, (dict, list)):
+            yield from leaves(value, (*path, str(key)))
+        else:
+            yield ".".join((*path, str(key))), value, expect
 
 
 def tolerance_of(name, expect):
@@ -61,15 +99,15 @@ def tolerance_of(name, expect):
     return special.get(name, special.get(name.rpartition(".")[2], expect["tolerance"]))
 
 
-def agrees(name, value, expected, expect):
+def agrees(name, value, expected, group, expect):
     if expected is None or value is None:
         return value is expected
     tolerance = tolerance_of(name, expect)
     if name == "lnBF":
         return abs(math.log(value) - expected) <= tolerance * max(1, abs(expected))
-    if name in LOCATIONS:
+    if name.rpartition(".")[2] in LOCATIONS and not name.startswith("stats."):
         absolute = expect.get("tolerances", {}).get("posterior location, absolute")
-        scale = math.sqrt(expect["posterior"]["variance"] or 0)
+        scale = math.sqrt(group["variance"] or 0)
         return abs(value - expected) <= (absolute or tolerance * max(abs(expected), scale))
     return abs(value - expected) <= tolerance * abs(expected)
 
@@ -83,13 +121,18 @@ def check(program, data, columns, case):
     status, report, stderr = reports.run(program, ["-c", commands], data)
     if report is None or status != 0:
         return [f"status {status}: {stderr}"]
+    if callable(columns):
+        columns = columns(case["expect"])
     failed = []
-    for name, expected in flatten(case["expect"]):
-        subtype, column, row = columns[name]
+    for name, expected, group in leaves(case["expect"]):
+        if columns[name] is None:
+            continue
+        subtype, column, row, *label = columns[name]
         found = reports.cells(report, subtype, [], [column])
-        value = found[row]["value"] if len(found) > row else "no such cell"
-        if len(found) <= row or not agrees(name, value, expected, case["expect"]):
-            failed.append(f"{name}: {value} instead of {expected}")
+        cell = found[row] if row < len(found) else {"row": [], "value": "no such cell"}
+        right_row = cell["row"][-1:] == (label or cell["row"][-1:])
+        if row >= len(found) or not right_row or not agrees(name, cell.get("value"), expected, group, case["expect"]):
+            failed.append(f"{name}: {cell['row']} {cell.get('value')} instead of {label} {expected}")
     return failed
 
 

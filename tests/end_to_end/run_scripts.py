@@ -19,12 +19,19 @@
     note LABEL | TEXT            an entry of the notes
     table TITLE                  such a table; `no table TITLE`: none
     caption TITLE | TEXT         text of a table's caption
-    footnote TITLE | KEY         a footnote of a table
+    footnote TITLE | KEY | TEXT  a footnote of a table; with TEXT: it reads so
+    chart TITLE | TEMPLATE       such a chart; `no chart TITLE`: none
+    charts 2                     number of charts
+    panels TITLE | TEXT | ...    titles of a chart's panels, in order
+    axes TITLE | TEXT | ...      the different titles of its x axes, in order
+    colours TITLE | #123456 ...  of its lines, in order
+    curve TITLE | SERIES | SERIES | 7 | 0.4     arguments and values of a curve: the value at an argument, to 0.1 %
+    heading TEXT | 2             a heading with that many charts under it
     stderr TEXT                  standard error holds the text
     messages 2                   number of messages
     head KEY | VALUE             an entry of the data in the report's head
     same --threads 2             with these arguments in place of `args` the report is the same, byte for byte
-    file NAME | TEXT             a file of the case's folder holds this text, "\\n" for line ends; `no file NAME`: none
+    file NAME | TEXT             a file of the case's folder holds this text (any, without TEXT), "\\n" for line ends; `no file NAME`: none
 """
 import gzip
 import math
@@ -57,6 +64,25 @@ def same(cell, expected):
     if expected.startswith("text:"):
         return cell["text"] == expected[len("text:"):]
     return cell["value"] is not None and math.isclose(cell["value"], float(expected), rel_tol=1e-9, abs_tol=1e-300)
+
+
+def walk(document):
+    """A chart document's objects, outermost first."""
+    for child in document.values() if isinstance(document, dict) else document:
+        if isinstance(child, (dict, list)):
+            if isinstance(child, dict):
+                yield child
+            yield from walk(child)
+
+
+def value_at(document, arguments, values, x):
+    """On the straight line between the curve's two points around x."""
+    rows = document["datasets"]["graphdataset"]
+    points = [(row[arguments], row[values]) for row in rows if row[arguments] is not None and row[values] is not None]
+    for (x1, y1), (x2, y2) in zip(points, points[1:]):
+        if x1 <= x <= x2:
+            return y1 + (y2 - y1) * (x - x1) / (x2 - x1)
+    return math.nan
 
 
 def repeat(text, line, count):
@@ -115,9 +141,45 @@ class Expectations:
         return rest in self.titles()
 
     def no(self, rest):
-        if rest.startswith("file "):
-            return not (self.folder / rest[len("file "):]).exists()
-        return rest.startswith("table ") and self.report is not None and rest[len("table "):] not in self.titles()
+        kind, _, title = rest.partition(" ")
+        if kind == "file":
+            return not (self.folder / title).exists()
+        return (kind in ("table", "chart") and self.report is not None
+                and title not in [item["title"] for item in reports.items(self.report, kind)])
+
+    def documents(self, title):
+        return [item["vegaLite"] for item in reports.items(self.report, "chart") if item["title"] == title]
+
+    def chart(self, rest):
+        return any([item["title"], item["template"]] == fields(rest) for item in reports.items(self.report, "chart"))
+
+    def charts(self, rest):
+        return len(reports.items(self.report, "chart")) == int(rest)
+
+    def panels(self, rest):
+        title, *panels = fields(rest)
+        return any([part["title"] for part in walk(document) if "encoding" in part and "title" in part] == panels
+                   for document in self.documents(title))
+
+    def axes(self, rest):
+        title, *axes = fields(rest)
+        return any(list(dict.fromkeys(part["x"]["title"] for part in walk(document) if "x" in part and "y" in part))
+                   == axes for document in self.documents(title))
+
+    def colours(self, rest):
+        title, colours = fields(rest)
+        return any([part["color"] for part in walk(document) if part.get("type") == "line"] == colours.split()
+                   for document in self.documents(title))
+
+    def curve(self, rest):
+        title, arguments, values, x, y = fields(rest)
+        return any(math.isclose(value_at(document, arguments, values, float(x)), float(y), rel_tol=1e-3, abs_tol=1e-3)
+                   for document in self.documents(title))
+
+    def heading(self, rest):
+        text, count = fields(rest)
+        return any(sum(item["type"] == "chart" for item in heading["items"]) == int(count)
+                   for heading in reports.items(self.report, "heading") if heading["text"] == text)
 
     def cell(self, rest):
         title, row, column, value = fields(rest)
@@ -135,8 +197,9 @@ class Expectations:
                    if table["title"] == title)
 
     def footnote(self, rest):
-        title, key = fields(rest)
-        return any(note["key"] == key for table in reports.items(self.report, "table") if table["title"] == title
+        title, key, *text = fields(rest)
+        return any(note["key"] == key and [note["text"]] == (text or [note["text"]])
+                   for table in reports.items(self.report, "table") if table["title"] == title
                    for note in table["footnotes"])
 
     def note(self, rest):
@@ -145,9 +208,9 @@ class Expectations:
                    for notes in reports.items(self.report, "notes") for entry in notes["entries"])
 
     def file(self, rest):
-        name, text = fields(rest)
+        name, *text = fields(rest)
         path = self.folder / name
-        return path.is_file() and text.replace("\\n", "\n") in path.read_text(encoding="utf-8")
+        return path.is_file() and "".join(text).replace("\\n", "\n") in path.read_text(encoding="utf-8")
 
     def same(self, rest):
         return self.start(rest.split()).stdout == self.stdout

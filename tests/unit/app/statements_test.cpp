@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "host/output/HostKeys.h"
+#include "host/parser/GrammarHelp.h"
 
 namespace BayesApp {
 namespace {
@@ -91,11 +92,11 @@ const SplitCase kCases[] = {
      std::string("5 ") + BayesHost::kHostMissingParam + " | FILE | DATA | a file name in quotation marks"},
     {"DATA FILE='a.\nWEIGHT OFF.", std::string("10 ") + BayesHost::kHostOpenQuote + "\nweight"},
     {"SPLIT FILE a b.",
-     std::string("11 ") + BayesHost::kHostNeedBehind + " | a | SPLIT FILE | BY and variables, or OFF"},
-    {"WEIGHT BY.",
-     std::string("7 ") + BayesHost::kHostNeedBehind + " | BY | WEIGHT | BY and variables, or OFF"},
-    {"WEIGHT OFF w.",
-     std::string("7 ") + BayesHost::kHostNeedBehind + " | OFF | WEIGHT | BY and variables, or OFF"},
+     std::string("11 ") + BayesHost::kHostNeedBehind + " | a | SPLIT FILE | BY variables or values, or OFF"},
+    {"WEIGHT BY.", std::string("9 ") + BayesHost::kHostParamNeedValue + " | BY | WEIGHT | a variable"},
+    {"WEIGHT BY ALL.", std::string("10 ") + BayesHost::kHostNeedValue + " | ALL | BY | WEIGHT | a variable"},
+    {"WEIGHT BY v w.", std::string("12 ") + BayesHost::kHostNeedEnd + " | w | WEIGHT"},
+    {"WEIGHT OFF w.", std::string("11 ") + BayesHost::kHostNeedEnd + " | w | WEIGHT"},
     {"SAVE FILE='x'.",
      std::string("0 ") + BayesHost::kHostUnknownCommand + " | SAVE FILE | " + kCommands + " | "},
     // a forgotten period
@@ -121,9 +122,11 @@ TEST(Statements, KnowTheirPlaceInTheText) {
 
 TEST(Statements, HaveGrammarsForHelp) {
   for (const CommandDescriptor& grammar : MakeStatementGrammars()) {
-    EXPECT_FALSE(grammar.GetProcTitle().empty());
+    EXPECT_NE(BayesHost::RenderHelpText(grammar).find(grammar.GetProcTitle()), std::string::npos);
     EXPECT_NE(kCommands.find(grammar.GetCommandName()), std::string::npos) << grammar.GetCommandName();
   }
+  EXPECT_NE(BayesHost::RenderHelpText(MakeStatementGrammars()[2]).find("{BY variable | OFF}"),
+            std::string::npos);
   EXPECT_EQ(GetBayesCommands().size(), 7U);
 }
 

@@ -2,92 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "bayesian/BYSParser.h"
-#include "bayesian/BYSValidSpecs.h"
-#include "host/data/DataSet.h"
-#include "host/output/CommandOutput.h"
-#include "host/session/Session.h"
-#include "support/TempData.h"
+#include "support/ParsedCommand.h"
+
+using namespace BayesHost::ParsedCommands;
 
 namespace {
-
-using MCBSN_850::BSNSettings;
-
-constexpr double M = MCCommon_850::MCMV::Missing();
-
-struct Parsed {
-  bool ok = false;
-  BSNSettings settings;
-  std::vector<BYSValidSpecs::BinInfoElem> binInfo;
-  BYSValidSpecs::BinInfoElem group;
-  std::vector<std::string> messages;  // "error KEY" or "warning KEY"
-};
-
-struct Model {
-  const char* name;
-  const char* title;
-  BSNConst::ModelTypes type;
-};
-const Model kOne{"BAYES ONESAMPLE", "Bayesian One-Sample", BSNConst::OneSample};
-const Model kRelated{"BAYES RELATED", "Bayesian Related", BSNConst::Related};
-const Model kIndependent{"BAYES INDEPENDENT", "Bayesian Independent", BSNConst::Independent};
-
-// x y z numeric, s a string, w a weight.
-Parsed Parse(const Model& model, const std::string& body, bool weighted = false) {
-  const BayesHost::TempData file("x,y,z,s,w\n1,2,3,a,1\n2,3,4,bb,2\n");
-  BayesHost::Session session({});
-  const BayesHost::Session::Use use(session);
-  session.SetData(
-      std::make_shared<BayesHost::DataSet>(file.GetFile(), BayesHost::DataSet::Limits{1U << 24U, 1}));
-  if (weighted) session.GetData()->SetWeight(session.GetData()->FindVariable("w"));
-  BayesHost::CommandText text;
-  text.fSource = std::string(model.name) + " " + body + ".";
-  text.fEnd = text.fSource.size();
-  const auto output = std::make_shared<BayesHost::CommandOutput>(model.name, text.fSource, 1);
-  session.BeginCommand(text, output);
-
-  ZARQ_TokenSequence tokens(true);
-  const ProcedureDataSource dataSource;
-  BYSValidSpecs specs(dataSource, model.title);
-  specs.GetStatSettingsPtr()->SetModelType(model.type, true);
-  BYSParser parser(tokens, specs, dataSource, model.name, model.title);
-  Parsed parsed;
-  parsed.ok = parser.GetCommandSpecifications();
-  parsed.settings = *specs.GetStatSettingsPtr();
-  parsed.binInfo = specs.GetBinInfoElems();
-  parsed.group = specs.GetGroupInfoElem();
-  for (const BayesHost::Item& item : output->GetItems()) {
-    const auto& message = std::get<BayesHost::Message>(item.fContent);
-    parsed.messages.push_back((message.fLevel == BayesHost::Message::Level::Error ? "error " : "warning ") +
-                              message.fText.fKey);
-  }
-  return parsed;
-}
-
-// A setting in words, for tables of expectations.
-std::string Show(const std::vector<double>& values) {
-  std::ostringstream text;
-  for (double value : values) {
-    if (value == M) {
-      text << "M ";
-    } else {
-      text << value << ' ';
-    }
-  }
-  return text.str();
-}
-std::string Show(const std::vector<int>& values) {
-  return Show(std::vector<double>(values.begin(), values.end()));
-}
-template <class... Numbers>
-std::string ShowEach(Numbers... numbers) {
-  return Show(std::vector<double>{static_cast<double>(numbers)...});
-}
 
 TEST(Parser, ChoicesReachTheSettings) {
   const char* const normal = "/INFERENCE DISTRIBUTION=NORMAL VARIABLES=x y";

@@ -60,11 +60,12 @@ class Model {
     if (!stats) throw std::logic_error("not the record of this analysis");
     return *stats;
   }
+  const std::vector<MCCommon_850::MCStatus>& Statuses() const {
+    return fComponent.GetWarningMessages()->GetWarnings(true);
+  }
   std::vector<int> Codes() const {
     std::vector<int> codes;
-    for (const auto& status : fComponent.GetWarningMessages()->GetWarnings(true)) {
-      codes.push_back(status.GetCode());
-    }
+    for (const auto& status : Statuses()) codes.push_back(status.GetCode());
     return codes;
   }
   const MCCommon_850::MCStatus& Status() const { return fStatus; }

@@ -151,6 +151,7 @@ const BadCommand kBadCommands[] = {
     {"/INF VAR=a /PRIO MEANVECTOR=(1 @KAPPA)", kHostNeedValue, "KAPPA", "numbers"},
     {"/INF VAR=a @+ b", kHostNeedValue, "+", "variables or values"},
     {"/INF VAR=a, @GROUP=g", kHostNeedValue, "GROUP", "variables or values"},
+    {"/INF VAR=a GROUP=@ALL", kHostNeedValue, "ALL", "a variable"},
     {"/INF VAR=a GROUP=@5", kHostNeedValue, "5", "a variable"},
     {"/INF VAR=a /PRINT CELLS=ROW @ROWS", kHostUnknownValue, "ROWS", "ROW"},
     {"/INF VAR=a /OUT MODEL=@m.xml", kHostNeedValue, "m.xml", "a file name in quotation marks"},

@@ -164,12 +164,12 @@ TEST(ParserDescribe, RecordsTheGrammarAndStops) {
   EXPECT_THAT(GrammarHelp::GetCommandNames(), testing::Contains("BAYES TEST"));
 }
 
-// Columns: 0 id (text), 1 height, 2 Weight, 3 weight, 4 group, 5 sex (text), 6 "2010", 7 "Body Mass".
+// Columns: 0 id (text), 1 height, 2 Weight, 3 weight, 4 group, 5 sex (text), 6 "2nd", 7 "Body Mass".
 class VariablesTest : public ParsedTest {
  protected:
   VariablesTest()
       : fFile(
-            "id,height,Weight,weight,group,sex,2010,Body Mass\n"
+            "id,height,Weight,weight,group,sex,2nd,Body Mass\n"
             "a,1.5,2,3,1,m,5,6\nb,1.7,3,4,2,f,6,7\n") {
     fSession.Get().SetData(std::make_shared<DataSet>(fFile.GetFile(), DataSet::Limits()));
   }
@@ -211,7 +211,7 @@ TEST_F(VariablesTest, ResolveNamesRangesAndAll) {
       {"height TO group", true, "1 2 3 4"},
       {"weight to group height", true, "3 4 1"},
       {"group TO group", true, "4"},
-      {"'2010' 'Body Mass'", true, "6 7"},
+      {"'2nd' 'Body Mass'", true, "6 7"},
       {"'Body Mass' ALL", false, "7 0 1 2 3 4 5 6"},
       {"id", false, "0"},
       {"WEIGHT", true, at + kHostAmbiguousVariable + " | WEIGHT | Weight, weight"},

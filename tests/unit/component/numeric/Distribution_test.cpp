@@ -22,6 +22,8 @@ TEST(Distribution, QuantilesFollowTheDensity) {
   distributions.push_back(std::make_unique<BetaDistribution>(5e8, 4e8));
   distributions.push_back(std::make_unique<GammaDistribution>(0.5, 3));
   distributions.push_back(std::make_unique<GammaDistribution>(3e9, 1e9));
+  distributions.push_back(std::make_unique<InverseGammaDistribution>(0.5, 3));
+  distributions.push_back(std::make_unique<InverseGammaDistribution>(4e8, 1e9));
   distributions.push_back(
       std::make_unique<StudentDifference>(StudentDistribution(4, 1, 2), StudentDistribution(2, 0, 0.5)));
   for (std::size_t i = 0; i < distributions.size(); ++i) {
@@ -56,6 +58,9 @@ TEST(Distribution, HasNoMomentsThatDontExist) {
       {std::make_shared<BetaDistribution>(0.5, 0.5), {}, 0.5, 0.125},
       {std::make_shared<GammaDistribution>(3, 2), 1, 1.5, 0.75},
       {std::make_shared<GammaDistribution>(0.5, 2), 0, 0.25, 0.125},
+      {std::make_shared<InverseGammaDistribution>(1, 2), 1, {}, {}},
+      {std::make_shared<InverseGammaDistribution>(2, 3), 1, 3, {}},
+      {std::make_shared<InverseGammaDistribution>(3, 2), 0.5, 1, 1},
   };
   for (const MomentRow& row : rows) {
     const auto i = &row - rows;
@@ -95,6 +100,13 @@ TEST(Distribution, SignificanceUnderflowsToZero) {
   EXPECT_EQ(TwoSidedSignificance(-1000, std::numeric_limits<double>::infinity()), 0);
   EXPECT_NEAR(TwoSidedSignificance(-1, 1), 0.5, 1e-15);
   EXPECT_EQ(TwoSidedSignificance(0, 5), 1);
+  EXPECT_EQ(FSignificance(1e6, 1, 1e9), 0);
+}
+
+TEST(FSignificance, MeetsItsClosedForms) {
+  EXPECT_NEAR(FSignificance(3, 2, 4), 0.16, 1e-15);
+  EXPECT_NEAR(FSignificance(6.25, 1, 7), TwoSidedSignificance(2.5, 7), 1e-15);
+  EXPECT_EQ(FSignificance(0, 3, 7), 1);
 }
 
 }  // namespace
