@@ -19,13 +19,16 @@ void CaseCursor::SetRange(std::uint64_t begin, std::uint64_t end) {
 
 bool CaseCursor::Next() {
   if (fPosition == fEnd) return false;
-  fRow = fpIndex == nullptr ? fPosition : fpIndex->GetRow(fPosition);
-  ++fPosition;
-  const std::uint64_t block = fRow / ColumnStore::kBlockRows;
+  const std::uint64_t block = fPosition / ColumnStore::kBlockRows;
   if (block != fBlock) OpenBlock(block);
-  const std::size_t row = fRow % ColumnStore::kBlockRows;
+  const std::size_t row = fPosition % ColumnStore::kBlockRows;
+  ++fPosition;
   for (std::size_t i = 0; i < fvColumns.size(); ++i) fvValues[i] = fvColumns[i].fpBlock[row];
   return true;
+}
+
+std::uint64_t CaseCursor::GetRow() const {
+  return fpIndex == nullptr ? fPosition - 1 : fpIndex->GetRow(fPosition - 1);
 }
 
 void CaseCursor::OpenBlock(std::uint64_t block) {

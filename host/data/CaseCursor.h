@@ -19,8 +19,8 @@ struct ColumnPlace {
 // Walks cases in order and hands out the values of some columns. Allocates nothing while it walks.
 class CaseCursor {
  public:
-  // `index` gives the order of the rows, null for the order of the file; stores and index must outlive the
-  // cursor.
+  // The columns hold their values in the order that `index` gives (null: the order of the file), so that
+  // cases are read one after the other. Stores and index must outlive the cursor.
   CaseCursor(const std::vector<ColumnPlace>& columns, const SplitIndex* index);
 
   // Cases [begin, end) of the order.
@@ -30,7 +30,7 @@ class CaseCursor {
   // One value for each column, in the order given. Valid until Next.
   const double* GetValues() const { return fvValues.data(); }
   // The case's row in the file, from 0.
-  std::uint64_t GetRow() const { return fRow; }
+  std::uint64_t GetRow() const;
 
  private:
   struct Column {
@@ -47,7 +47,6 @@ class CaseCursor {
   std::vector<double> fvValues;
   std::uint64_t fPosition = 0;
   std::uint64_t fEnd = 0;
-  std::uint64_t fRow = 0;
   std::uint64_t fBlock = kNoBlock;
 };
 

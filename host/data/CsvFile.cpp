@@ -59,25 +59,34 @@ std::string EscapeNewLine(const std::string& newLine) {
 CsvFile::CsvFile(DataFile file, const Dictionary* dictionary)
     : fFile(std::move(file)), fDialect(CsvDialect::Settle(fFile)) {
   ReadFirstRecord();
+  TakeMissingWords(dictionary);
   std::vector<Profile> profiles = SettleDecimal();
   fHasNames = !LooksLikeCase(profiles);
   if (!fHasNames) profiles = SettleDecimal();
   NameVariables();
   CheckNames();
-  fvMissingWords.resize(fvNames.size());
+  TakeMissingWords(dictionary);
   if (dictionary != nullptr) ApplyDictionary(*dictionary, profiles);
   MakeVariables(profiles);
   if (dictionary == nullptr) return;
   for (VariableState& variable : fvVariables) dictionary->Complete(variable);
 }
 
+// Known before the sample is read: a column of numbers may hold such words.
+void CsvFile::TakeMissingWords(const Dictionary* dictionary) {
+  fvMissingWords.assign(fvNames.size(), {});
+  for (std::size_t i = 0; dictionary != nullptr && i < fvNames.size(); ++i) {
+    const Dictionary::Field* const field = dictionary->Find(fvNames[i]);
+    if (field == nullptr || field->fType == ColumnType::Text) continue;
+    fvMissingWords[i] = dictionary->ListMissingWords(fvNames[i]);
+  }
+}
+
 void CsvFile::ApplyDictionary(const Dictionary& dictionary, std::vector<Profile>& profiles) {
   dictionary.CheckNames(fvNames);
   for (std::size_t i = 0; i < fvNames.size(); ++i) {
     const Dictionary::Field* const field = dictionary.Find(fvNames[i]);
-    if (field == nullptr || field->fType == ColumnType::AsFound) continue;
-    profiles[i].fDeclared = field->fType;
-    if (field->fType != ColumnType::Text) fvMissingWords[i] = dictionary.ListMissingWords(fvNames[i]);
+    if (field != nullptr && field->fType != ColumnType::AsFound) profiles[i].fDeclared = field->fType;
   }
 }
 
@@ -187,6 +196,7 @@ std::vector<CsvFile::Profile> CsvFile::ReadSample(char decimal, std::set<std::st
     for (int i = 0; i < scanner.CountCells(); ++i) {
       const std::string_view cell = scanner.GetCell(i);
       Profile& profile = profiles[static_cast<std::size_t>(i)];
+      if (IsMissingWord(i, cell)) continue;
       const CellKind kind = ClassifyCell(cell, decimal);
       if (kind == CellKind::Missing) {
         if (missingCells.find(std::string(cell)) == missingCells.end()) missingCells.emplace(cell);
@@ -292,16 +302,15 @@ std::string CsvFile::DescribeDialect() const {
       fmt::join(missing, ", "), kEngineBufferBytes, TextInput::IsArchive(fFile.fPath) ? "gzip" : "none");
 }
 
-bool CsvFile::IsMissing(int column, std::string_view cell) const {
+bool CsvFile::IsMissingWord(int column, std::string_view cell) const {
   const std::vector<std::string>& words = fvMissingWords[static_cast<std::size_t>(column)];
-  return ClassifyCell(cell, fDialect.fDecimal) == CellKind::Missing ||
-         std::find(words.begin(), words.end(), TrimBlanks(cell)) != words.end();
+  return std::find(words.begin(), words.end(), TrimBlanks(cell)) != words.end();
 }
 
 bool CsvFile::Fits(int column, std::string_view cell) const {
   const ColumnType type = fvTypes[static_cast<std::size_t>(column)];
   const CellKind kind = ClassifyCell(cell, fDialect.fDecimal);
-  if (type == ColumnType::Text || IsMissing(column, cell)) return true;
+  if (type == ColumnType::Text || kind == CellKind::Missing || IsMissingWord(column, cell)) return true;
   if (type == ColumnType::Number) return kind == CellKind::Number;
   return kind == CellKind::Boolean || TrimBlanks(cell) == "0" || TrimBlanks(cell) == "1";
 }

@@ -52,7 +52,8 @@ class CsvFile : public TableSource {
   bool LooksLikeCase(const std::vector<Profile>& profiles) const;
   void MakeVariables(const std::vector<Profile>& profiles);
   void ApplyDictionary(const Dictionary& dictionary, std::vector<Profile>& profiles);
-  bool IsMissing(int column, std::string_view cell) const;
+  void TakeMissingWords(const Dictionary* dictionary);
+  bool IsMissingWord(int column, std::string_view cell) const;
   bool Fits(int column, std::string_view cell) const;
   std::string MakeExpression(int column) const;
   // To the first record behind the names.

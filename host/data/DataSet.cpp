@@ -23,6 +23,10 @@ bool EqualIgnoringCase(std::string_view a, std::string_view b) {
 // read a text file with less than this for each of its threads.
 constexpr std::size_t kLeastEngineBytes = std::size_t{32} << 20;
 
+// The engine is done when cases are sorted: some of its half serves.
+constexpr std::size_t kSortShare = 8;
+constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
+
 // A query runs on one thread: see SqlTable.
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
@@ -39,7 +43,8 @@ DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options
     : fFile(std::move(file)),
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
-      fpSource(OpenTable(fFile, options, fEngine)) {
+      fpSource(OpenTable(fFile, options, fEngine)),
+      fSortCases(std::max(limits.fMemoryBytes / kSortShare, kLeastSortBytes) / sizeof(double)) {
   fFileBytes = std::filesystem::file_size(fFile.fPath);
   for (const VariableState& state : fpSource->GetVariables()) {
     fvVariables.emplace_back(std::make_shared<const VariableState>(state));
@@ -66,6 +71,7 @@ int DataSet::FindVariable(std::string_view name) const {
 void DataSet::SetSplit(std::vector<int> variables) {
   fvSplit = std::move(variables);
   fpIndex.reset();
+  fSorted.clear();
 }
 
 void DataSet::SetWeight(int variable) {
@@ -202,7 +208,44 @@ const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
 
 CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
   GetGroups();
-  return {FindPlaces(variables), fpIndex.get()};
+  if (fpIndex->IsFileOrder()) return {FindPlaces(variables), nullptr};
+  SortColumns(variables);
+  std::vector<ColumnPlace> places;
+  for (const int variable : variables) places.push_back({fSorted.at(variable).get(), 0});
+  return {places, fpIndex.get()};
+}
+
+void DataSet::SortColumns(const std::vector<int>& variables) {
+  std::vector<std::uint32_t> positions;
+  for (const int variable : variables) {
+    if (fSorted.contains(variable)) continue;
+    if (positions.empty()) positions = fpIndex->MakePositions();
+    fSorted.emplace(variable, SortColumn(variable, positions));
+  }
+}
+
+// A copy in the order of the splits. Cases taken one by one from a file would cost a read each: instead each
+// pass over the column, from first to last, gathers the next stretch of the order in memory.
+std::unique_ptr<ColumnStore> DataSet::SortColumn(int variable, const std::vector<std::uint32_t>& positions) {
+  auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
+  std::vector<double> stretch(std::min<std::size_t>(positions.size(), fSortCases));
+  for (std::size_t begin = 0; begin < positions.size(); begin += stretch.size()) {
+    CaseCursor cursor = MakeFileCursor({variable});
+    cursor.SetRange(0, fCases);
+    for (std::size_t row = 0; cursor.Next(); ++row) {
+      const std::size_t place = positions[row] - begin;  // beyond every place for a case before the stretch
+      if (place < stretch.size()) stretch[place] = cursor.GetValues()[0];
+    }
+    const std::size_t end = std::min(stretch.size(), positions.size() - begin);
+    for (std::size_t from = 0; from < end;) {
+      const std::size_t count = std::min(end - from, sorted->GetRoom());
+      std::copy_n(stretch.data() + from, count, sorted->GetTail(0));
+      sorted->Advance(count);
+      from += count;
+    }
+  }
+  sorted->Finish();
+  return sorted;
 }
 
 double DataSet::Encode(int variable, const OBS& value) const {

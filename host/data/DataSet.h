@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -92,6 +93,8 @@ class BAYES_PLATFORM DataSet {
   void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
   std::vector<ColumnPlace> FindPlaces(const std::vector<int>& variables) const;
+  void SortColumns(const std::vector<int>& variables);
+  std::unique_ptr<ColumnStore> SortColumn(int variable, const std::vector<std::uint32_t>& positions);
 
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
@@ -104,9 +107,11 @@ class BAYES_PLATFORM DataSet {
   std::vector<int> fvRequired;
   std::vector<int> fvExpected;
   std::vector<std::unique_ptr<ColumnStore>> fvStores;
-  std::vector<ColumnPlace> fvPlaces;    // of each variable
-  std::vector<StringPool> fvPools;      // of each variable, empty for numeric ones
-  std::unique_ptr<SplitIndex> fpIndex;  // made when first asked for
+  std::vector<ColumnPlace> fvPlaces;                    // of each variable
+  std::vector<StringPool> fvPools;                      // of each variable, empty for numeric ones
+  std::unique_ptr<SplitIndex> fpIndex;                  // made when first asked for
+  std::map<int, std::unique_ptr<ColumnStore>> fSorted;  // columns in the order of the splits in force
+  std::size_t fSortCases;                               // cases that sorting holds in memory at a time
   std::uint64_t fCases = 0;
 };
 

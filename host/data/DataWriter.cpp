@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
 #include <iterator>
 #include <numeric>
 #include <ostream>
@@ -98,6 +99,7 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   OutputFile file(target);
   TempNames names;
   const std::filesystem::path csv = names.Make("bayes_save_");
+  if (csv.empty()) throw std::system_error(errno, std::generic_category());
   SaveCsv(data, csv);
   Engine::Options options{limits.fThreads,
                           limits.fMemoryBytes / 2,

@@ -35,6 +35,13 @@ SplitIndex::SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, co
   for (std::size_t row = 0; row < groupOfRow.size(); ++row) {
     fvOrder[next[ranks[groupOfRow[row]]]++] = static_cast<std::uint32_t>(row);
   }
+  if (std::is_sorted(fvOrder.begin(), fvOrder.end())) fvOrder = {};
+}
+
+std::vector<std::uint32_t> SplitIndex::MakePositions() const {
+  std::vector<std::uint32_t> positions(fvOrder.size());
+  for (std::size_t i = 0; i < fvOrder.size(); ++i) positions[fvOrder[i]] = static_cast<std::uint32_t>(i);
+  return positions;
 }
 
 // Numbers the groups in the order of their appearance; a group's fEnd is its count for now.

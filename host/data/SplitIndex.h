@@ -29,6 +29,9 @@ class SplitIndex {
   SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
 
   const std::vector<Group>& GetGroups() const { return fvGroups; }
+  bool IsFileOrder() const { return fvOrder.empty(); }
+  // The position of each row in this order.
+  std::vector<std::uint32_t> MakePositions() const;
   // The row at a position of this order.
   std::uint64_t GetRow(std::uint64_t position) const {
     return fvOrder.empty() ? position : fvOrder[static_cast<std::size_t>(position)];
