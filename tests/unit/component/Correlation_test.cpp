@@ -72,7 +72,7 @@ Outcome OutcomeOf(Model<Record>& model) {
 // What the file doesn't say: a Bayes factor that is a logarithm, or that isn't defined, is announced.
 json WithAnnouncements(json expect) {
   if (expect.contains("status") || !expect.contains("lnBF")) return expect;
-  const json& lnBF = expect["lnBF"];
+  const json lnBF = expect["lnBF"];  // a copy: adding a member moves the others
   if (lnBF.is_null()) expect["status"] = {410059};
   if (!lnBF.is_null() && std::abs(lnBF.get<double>()) > 700) expect["status"] = {410041};
   return expect;
