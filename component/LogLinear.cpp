@@ -51,19 +51,23 @@ LogIntegral Mixture(const TableQuestion& question) {
       true};
 }
 
+// At least as many draws as the settings ask for, or 500.
 LogIntegral Intrinsic(const TableQuestion& question) {
-  constexpr int kDraws = 500;
+  const int given = question.fSettings.GetLogLinIntrinsicT();
+  const double least = given > 0 ? given : 500;
+  const DrawLimits limits{least, std::max(least, 20000.0), 0, Cancellation(question.fSettings)};
   RandomStream random(question.fSettings.GetRandomSeed());
-  const int draws = question.fSettings.GetLogLinIntrinsicT();
-  return LogBF01Intrinsic(question.fCounts, question.fDesign, draws > 0 ? draws : kDraws, random);
+  return LogBF01Intrinsic(question.fCounts, question.fDesign, limits, random);
 }
 
 // The base distribution has one shape for each column: the mean over the rows.
 LogIntegral Nonparametric(const TableQuestion& question) {
   std::vector<double> shapes = question.fShapes.ColumnTotals();
   for (double& shape : shapes) shape /= static_cast<double>(question.fShapes.Rows());
+  const PartitionPrior prior{LambdasOf(question.fSettings).front(), shapes};
+  const DrawLimits limits{1000, 20000, 1e-4, Cancellation(question.fSettings)};
   RandomStream random(question.fSettings.GetRandomSeed());
-  return LogBF01Partition(question.fCounts, {LambdasOf(question.fSettings).front(), shapes}, random);
+  return LogBF01Partition(question.fCounts, prior, limits, random);
 }
 
 // What keeps a method from a Bayes factor, if anything.

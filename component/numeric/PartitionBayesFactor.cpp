@@ -99,21 +99,22 @@ class Imputation {
     return {counts, size, fEvidence.LogOf(counts)};
   }
 
-  // The row that leaves the first cluster is drawn half by what the rows before it say and half as if it were
-  // the only one that differs; the weight makes up for the choice.
+  // The row that leaves the first cluster is drawn half from the prior and half as if it were the only one
+  // that differs; the weight makes up for the choice.
   double OpenSecond(const std::vector<std::size_t>& order, RandomStream& random) {
-    std::vector<double> target, lookahead;
+    std::vector<double> target, openings, lookahead;
     std::vector<double> first = fvRows[order[0]];
-    double lnPrior = 0;
+    double lnTogether = 0;
     for (std::size_t j = 1; j < order.size(); ++j) {
       const double placed = static_cast<double>(j);
-      const double lnOpen = lnPrior + std::log(fPrecision / (fPrecision + placed)) + fvRowEvidence[order[j]];
-      target.push_back(lnOpen + fEvidence.LogOf(first));
-      lookahead.push_back(lnOpen + fEvidence.LogOf(Removed(fTotals, fvRows[order[j]])));
-      lnPrior += std::log(placed / (fPrecision + placed));
+      const double lnRow = fvRowEvidence[order[j]];
+      openings.push_back(lnTogether + std::log(fPrecision / (fPrecision + placed)));
+      target.push_back(openings.back() + fEvidence.LogOf(first) + lnRow);
+      lookahead.push_back(openings.back() + fEvidence.LogOf(Removed(fTotals, fvRows[order[j]])) + lnRow);
+      lnTogether += std::log(placed / (fPrecision + placed));
       first = Added(first, fvRows[order[j]]);
     }
-    const std::vector<double> proposal = HalfAndHalf(target, lookahead);
+    const std::vector<double> proposal = HalfAndHalf(openings, lookahead);
     const std::size_t chosen = Draw(proposal, random);
     std::vector<double> together = fvRows[order[0]];
     for (std::size_t i = 1; i <= chosen; ++i) together = Added(together, fvRows[order[i]]);
@@ -209,24 +210,19 @@ double LogEvidenceOfPartitions(const ContingencyTable& counts, const PartitionPr
 }
 
 LogIntegral LogEvidenceOfPartitionsByDraws(const ContingencyTable& counts, const PartitionPrior& prior,
-                                           RandomStream& random) {
-  constexpr double kLeastDraws = 1000;
-  constexpr double kMostDraws = 50000;
-  constexpr double kStandardError = 0.01;
+                                           const DrawLimits& limits, RandomStream& random) {
   Imputation imputation(counts, prior);
-  LogMeanExp mean;
-  while (mean.Count() < kLeastDraws || (mean.StandardError() > kStandardError && mean.Count() < kMostDraws)) {
-    mean.Add(imputation.DrawLogWeight(random));
-  }
+  LogIntegral mean = LogMeanOfDraws([&] { return imputation.DrawLogWeight(random); }, limits);
   const double lnOne = LogProbabilityOfOne(static_cast<double>(counts.Rows()), prior.fPrecision);
-  return {mean.Value() - LogComplement(lnOne), mean.StandardError() <= kStandardError};
+  mean.fLogValue -= LogComplement(lnOne);
+  return mean;
 }
 
 LogIntegral LogBF01Partition(const ContingencyTable& counts, const PartitionPrior& prior,
-                             RandomStream& random) {
+                             const DrawLimits& limits, RandomStream& random) {
   const LogIntegral evidence = counts.Rows() <= kMostRowsForRecursion
                                    ? LogIntegral{LogEvidenceOfPartitions(counts, prior), true}
-                                   : LogEvidenceOfPartitionsByDraws(counts, prior, random);
+                                   : LogEvidenceOfPartitionsByDraws(counts, prior, limits, random);
   return {ClusterEvidence(counts, prior).LogOf(counts.ColumnTotals()) - evidence.fLogValue,
           evidence.fConverged};
 }

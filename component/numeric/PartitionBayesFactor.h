@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "component/numeric/ContingencyTable.h"
-#include "component/numeric/GaussLobatto.h"
+#include "component/numeric/DrawnMean.h"
 #include "component/numeric/RandomStream.h"
 
 namespace BayesComponent {
@@ -19,10 +19,9 @@ struct PartitionPrior {
   std::vector<double> fvShapes;  // of its Dirichlet base distribution, one > 0 for each column
 };
 
-// ln BF01 of a table of two or more rows: exact up to 15 rows, by draws beyond. Not converged: the standard
-// error stayed above 0.01.
+// ln BF01 of a table of two or more rows: exact up to 15 rows, by draws beyond.
 LogIntegral LogBF01Partition(const ContingencyTable& counts, const PartitionPrior& prior,
-                             RandomStream& random);
+                             const DrawLimits& limits, RandomStream& random);
 
 // ln of the mean evidence of partitions with two or more clusters, by recursion over the subsets of rows. At
 // most 20 rows.
@@ -31,6 +30,6 @@ double LogEvidenceOfPartitions(const ContingencyTable& counts, const PartitionPr
 // sampling for nonparametric Bayes models, Can. J. Stat. 27:251-267. Rows enter in random order; the row that
 // opens the second cluster is drawn first.
 LogIntegral LogEvidenceOfPartitionsByDraws(const ContingencyTable& counts, const PartitionPrior& prior,
-                                           RandomStream& random);
+                                           const DrawLimits& limits, RandomStream& random);
 
 }  // namespace BayesComponent

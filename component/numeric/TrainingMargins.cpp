@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <limits>
 #include <numbers>
 #include <numeric>
 
@@ -130,31 +131,28 @@ class TiltedGroup {
   double fVariance = 0;
 };
 
-std::vector<double> Softmax(const Eigen::VectorXd& logs) {
-  const double largest = std::max(0.0, logs.size() > 0 ? logs.maxCoeff() : 0.0);
-  std::vector<double> values;
-  for (const double x : logs) values.push_back(std::exp(x - largest));
-  // The last one is the reference.
-  values.push_back(std::exp(-largest));
-  const double sum = SumOf(values);
-  for (double& value : values) value /= sum;
-  return values;
-}
-
-Eigen::VectorXd LogRatios(const std::vector<double>& probabilities) {
-  Eigen::VectorXd logs(static_cast<Eigen::Index>(probabilities.size() - 1));
-  for (Eigen::Index i = 0; i < logs.size(); ++i) {
-    logs[i] = std::log(probabilities[static_cast<std::size_t>(i)] / probabilities.back());
-  }
-  return logs;
-}
-
-// Probabilities proportional to expected training cases and one case more in each category.
+// Probabilities proportional to expected training cases and half a case more in each category.
 std::vector<double> Smoothed(std::vector<double> means) {
-  for (double& mean : means) mean += 1;
+  for (double& mean : means) mean += 0.5;
   const double sum = SumOf(means);
   for (double& mean : means) mean /= sum;
   return means;
+}
+
+// P = p r with a gamma variable r of this shape and rate turns an integral over probabilities p into one over
+// positive P, whose target is the function of degree `cases` times exp(-rate sum(P)).
+double RateOf(double cases, double categories) {
+  return cases + categories / 2;
+}
+
+// ln of what that adds to the target in y, P = y^2, under a uniform density of p.
+double LogMeasure(const std::vector<double>& sizes, double cases) {
+  const auto categories = static_cast<double>(sizes.size());
+  const double rate = RateOf(cases, categories);
+  double sum =
+      (cases + categories) * std::log(rate) - std::lgamma(cases + categories) + std::lgamma(categories);
+  for (const double size : sizes) sum += std::log(2 * std::sqrt(size)) - rate * size;
+  return sum;
 }
 
 }  // namespace
@@ -237,47 +235,43 @@ Eigen::MatrixXd TrainingMargins::CovarianceOfMargins() const {
   return covariance;
 }
 
-// Minus the second derivatives of the log target in the log ratios of the probabilities to their last one.
+// Minus the second derivatives of the log target in the roots y: those in ln P, times 2/y on both sides.
 void TrainingMargins::SetPrecision() {
-  const auto rows = static_cast<Eigen::Index>(fvRows.size());
-  const auto columns = static_cast<Eigen::Index>(fvColumns.size());
   const double cases = static_cast<double>(fvMoments.size());
   Eigen::MatrixXd precision = -CovarianceOfMargins();
-  const auto addSimplex = [&](Eigen::Index first, const Probabilities& probabilities) {
-    const auto size = static_cast<Eigen::Index>(probabilities.size());
-    const Eigen::Map<const Eigen::VectorXd> p(probabilities.data(), size);
-    const Eigen::MatrixXd diagonal = p.asDiagonal();
-    const double weight = cases + static_cast<double>(size);
-    precision.block(first, first, size, size) += weight * (diagonal - p * p.transpose());
-  };
-  addSimplex(0, fvRows);
-  addSimplex(rows, fvColumns);
-  std::vector<Eigen::Index> free;
-  for (Eigen::Index i = 0; fIsTotalFixed && i + 1 < rows; ++i) free.push_back(i);
-  for (Eigen::Index j = 0; j + 1 < columns; ++j) free.push_back(rows + j);
-  Eigen::MatrixXd ofFree = precision(free, free);
-  Eigen::LLT<Eigen::MatrixXd> root(ofFree);
+  fMode.resize(precision.rows());
+  Eigen::Index next = 0;
+  for (const Probabilities* margin : {&fvRows, &fvColumns}) {
+    const double rate = RateOf(cases, static_cast<double>(margin->size()));
+    for (const double p : *margin) {
+      precision(next, next) += rate * p;
+      fMode[next++] = std::sqrt(p);
+    }
+  }
+  if (!fIsTotalFixed) {
+    const auto columns = static_cast<Eigen::Index>(fvColumns.size());
+    precision = precision.bottomRightCorner(columns, columns).eval();
+    fMode = fMode.tail(columns).eval();
+  }
+  const Eigen::VectorXd slopes = 2 * fMode.cwiseInverse();
+  precision = slopes.asDiagonal() * precision * slopes.asDiagonal();
+  Eigen::LLT<Eigen::MatrixXd> root(precision);
   // Not positive where the mode is no clear peak: a larger diagonal makes it so.
   while (root.info() != Eigen::Success) {
-    ofFree.diagonal() += 0.1 * (ofFree.diagonal().cwiseAbs() + Eigen::VectorXd::Ones(ofFree.rows()));
-    root.compute(ofFree);
+    precision.diagonal() *= 1.1;
+    root.compute(precision);
   }
   fPrecisionRoot = root.matrixL();
 }
 
 double TrainingMargins::LogTarget(const Probabilities& rows, const Probabilities& columns) const {
-  double sum = 0;
+  const auto cases = static_cast<double>(fvMoments.size());
+  double sum = LogMeasure(columns, cases);
+  if (fIsTotalFixed) sum += LogMeasure(rows, cases);
   for (const Group& group : fvGroups) {
     sum +=
         TiltedGroup(group.fvCounts, CellProbabilities(group, rows, columns), group.fLogTilt).LogCoefficient();
   }
-  // The uniform density of probabilities, in their log ratios.
-  const auto addUniform = [&sum](const Probabilities& probabilities) {
-    sum += std::lgamma(static_cast<double>(probabilities.size()));
-    for (const double p : probabilities) sum += std::log(p);
-  };
-  addUniform(columns);
-  if (fIsTotalFixed) addUniform(rows);
   return sum;
 }
 
@@ -288,15 +282,16 @@ double TrainingMargins::DrawLogWeight(RandomStream& random) const {
   for (double& x : z) x = random.Normal();
   // z over the root of a chi-square variable over its degrees of freedom.
   z *= std::sqrt(kDF / 2) * std::exp(-random.LogGamma(kDF / 2) / 2);
-  const Eigen::VectorXd step = fPrecisionRoot.transpose().triangularView<Eigen::Upper>().solve(z);
+  const Eigen::VectorXd roots = fMode + fPrecisionRoot.transpose().triangularView<Eigen::Upper>().solve(z);
+  if (roots.minCoeff() <= 0) return -std::numeric_limits<double>::infinity();
   const double lnDensity =
       std::lgamma((kDF + d) / 2) - std::lgamma(kDF / 2) - d / 2 * std::log(kDF * std::numbers::pi) +
       fPrecisionRoot.diagonal().array().log().sum() - (kDF + d) / 2 * std::log1p(z.squaredNorm() / kDF);
-  const Eigen::Index columns = static_cast<Eigen::Index>(fvColumns.size()) - 1;
-  const Probabilities drawnColumns = Softmax(LogRatios(fvColumns) + step.tail(columns));
-  const Probabilities drawnRows =
-      fIsTotalFixed ? Softmax(LogRatios(fvRows) + step.head(size - columns)) : fvRows;
-  return LogTarget(drawnRows, drawnColumns) - lnDensity;
+  const Eigen::VectorXd sizes = roots.cwiseAbs2();
+  Probabilities rows = fvRows;
+  if (fIsTotalFixed) rows.assign(sizes.begin(), sizes.begin() + static_cast<std::ptrdiff_t>(rows.size()));
+  const Probabilities columns(sizes.end() - static_cast<std::ptrdiff_t>(fvColumns.size()), sizes.end());
+  return LogTarget(rows, columns) - lnDensity;
 }
 
 }  // namespace BayesComponent

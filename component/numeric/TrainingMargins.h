@@ -16,7 +16,9 @@ class TrainingMargins {
   TrainingMargins(const ContingencyTable& counts, TableDesign design);
 
   // ln of [sum over training tables given the margins' probabilities] times their uniform density, over the
-  // density of the draw: a multivariate t on the log scale about the mode of the product.
+  // density of the draw. Drawn are the square roots of the probabilities times a free scale, on which the
+  // product is nearly normal: a multivariate t about its mode. Minus infinity for a draw that has a negative
+  // root and counts as 0.
   double DrawLogWeight(RandomStream& random) const;
 
  private:
@@ -48,7 +50,9 @@ class TrainingMargins {
   Probabilities fvRows;                // at the mode; all 1 where rows are fixed
   Probabilities fvColumns;             // at the mode
   std::vector<CellMoments> fvMoments;  // of the training cases at the mode
-  // Lower triangular: its product with its transpose is the precision of the log probabilities at the mode.
+  // Square roots of the probabilities that are drawn, and their precision, both at the mode; the latter as a
+  // lower triangular matrix to be multiplied by its transpose.
+  Eigen::VectorXd fMode;
   Eigen::MatrixXd fPrecisionRoot;
 };
 

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <utility>
 
-#include "component/numeric/LogMeanExp.h"
 #include "component/numeric/TrainingMargins.h"
 
 namespace BayesComponent {
@@ -169,24 +168,20 @@ double LogTrainingMean(const ContingencyTable& counts, TableDesign design) {
   return LogConstant(table, design) + lnMargins + TrainingSum(table, design).LogSum();
 }
 
-LogIntegral LogTrainingMeanByDraws(const ContingencyTable& counts, TableDesign design, int draws,
-                                   RandomStream& random) {
-  constexpr double kStandardError = 0.01;
-  const int mostDraws = std::max(draws, 20000);
+LogIntegral LogTrainingMeanByDraws(const ContingencyTable& counts, TableDesign design,
+                                   const DrawLimits& limits, RandomStream& random) {
   const TrainingMargins margins(counts, design);
-  LogMeanExp mean;
-  while (mean.Count() < draws || (mean.StandardError() > kStandardError && mean.Count() < mostDraws)) {
-    mean.Add(margins.DrawLogWeight(random));
-  }
-  return {LogConstant(counts, design) + mean.Value(), mean.StandardError() <= kStandardError};
+  LogIntegral mean = LogMeanOfDraws([&] { return margins.DrawLogWeight(random); }, limits);
+  mean.fLogValue += LogConstant(counts, design);
+  return mean;
 }
 
-LogIntegral LogBF01Intrinsic(const ContingencyTable& counts, TableDesign design, int draws,
+LogIntegral LogBF01Intrinsic(const ContingencyTable& counts, TableDesign design, const DrawLimits& limits,
                              RandomStream& random) {
   const TablePrior uniform{ContingencyTable(counts.Rows(), counts.Columns(), 1), 1};
   const LogIntegral mean = IsTrainingMeanFeasible(counts, design)
                                ? LogIntegral{LogTrainingMean(counts, design), true}
-                               : LogTrainingMeanByDraws(counts, design, draws, random);
+                               : LogTrainingMeanByDraws(counts, design, limits, random);
   return {LogBF01Conjugate(counts, uniform, design) - mean.fLogValue, mean.fConverged};
 }
 

@@ -8,7 +8,7 @@
 // of w over training tables.
 #pragma once
 
-#include "component/numeric/GaussLobatto.h"
+#include "component/numeric/DrawnMean.h"
 #include "component/numeric/RandomStream.h"
 #include "component/numeric/TableBayesFactor.h"
 
@@ -16,8 +16,8 @@ namespace BayesComponent {
 
 // ln BF01. `design`: TotalFixed, with training tables of as many cases as the table has cells, or RowsFixed,
 // with as many cases in each row as there are columns. The mean is exact where the recursion is feasible,
-// else from at least `draws` draws. Not converged: its standard error stayed above 0.01.
-LogIntegral LogBF01Intrinsic(const ContingencyTable& counts, TableDesign design, int draws,
+// else drawn.
+LogIntegral LogBF01Intrinsic(const ContingencyTable& counts, TableDesign design, const DrawLimits& limits,
                              RandomStream& random);
 
 // Whether LogTrainingMean is feasible.
@@ -25,9 +25,8 @@ bool IsTrainingMeanFeasible(const ContingencyTable& counts, TableDesign design);
 // ln of the mean of w over all training tables, by recursion over the rows; the state is the training table's
 // column totals so far.
 double LogTrainingMean(const ContingencyTable& counts, TableDesign design);
-// The same by importance sampling of the margins' probabilities, all tables being summed given these. At
-// least `draws` draws, and more until the standard error is below 0.01.
-LogIntegral LogTrainingMeanByDraws(const ContingencyTable& counts, TableDesign design, int draws,
-                                   RandomStream& random);
+// The same by importance sampling of the margins' probabilities, all tables being summed given these.
+LogIntegral LogTrainingMeanByDraws(const ContingencyTable& counts, TableDesign design,
+                                   const DrawLimits& limits, RandomStream& random);
 
 }  // namespace BayesComponent

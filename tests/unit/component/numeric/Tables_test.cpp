@@ -74,6 +74,8 @@ double TextbookConjugate(const ContingencyTable& n, const TablePrior& prior, Tab
   return independence - association;
 }
 
+const DrawLimits kLimits{2000, 100000};
+
 constexpr TableDesign kDesigns[] = {TableDesign::Poisson, TableDesign::TotalFixed, TableDesign::RowsFixed};
 
 TEST(TableBayesFactor, IsTheTextbookRatio) {
@@ -205,7 +207,7 @@ TEST(TrainingSample, DrawsAgreeWithTheRecursion) {
   for (const ContingencyTable& counts : tables) {
     for (const TableDesign design : {TableDesign::TotalFixed, TableDesign::RowsFixed}) {
       ASSERT_TRUE(IsTrainingMeanFeasible(counts, design));
-      const LogIntegral drawn = LogTrainingMeanByDraws(counts, design, 2000, random);
+      const LogIntegral drawn = LogTrainingMeanByDraws(counts, design, kLimits, random);
       EXPECT_TRUE(drawn.fConverged);
       EXPECT_NEAR(drawn.fLogValue, LogTrainingMean(counts, design), 0.04)
           << counts.Rows() << counts.Columns();
@@ -216,7 +218,7 @@ TEST(TrainingSample, DrawsAgreeWithTheRecursion) {
 // Beyond the recursion: training tables drawn one by one, whose weights vary much more.
 TEST(TrainingSample, DrawsAgreeWithPlainSimulationOfALargerTable) {
   RandomStream random(21);
-  const ContingencyTable counts = RandomTable(6, 6, 12, random);
+  const ContingencyTable counts = RandomTable(6, 6, 4, random);
   EXPECT_FALSE(IsTrainingMeanFeasible(counts, TableDesign::TotalFixed));
   LogMeanExp plain;
   for (int i = 0; i < 200000; ++i) {
@@ -239,7 +241,7 @@ TEST(TrainingSample, DrawsAgreeWithPlainSimulationOfALargerTable) {
     }
     plain.Add(LnWeight(counts, training, TableDesign::TotalFixed));
   }
-  const LogIntegral drawn = LogTrainingMeanByDraws(counts, TableDesign::TotalFixed, 2000, random);
+  const LogIntegral drawn = LogTrainingMeanByDraws(counts, TableDesign::TotalFixed, kLimits, random);
   EXPECT_TRUE(drawn.fConverged);
   EXPECT_NEAR(drawn.fLogValue, plain.Value(), 4 * std::hypot(0.01, plain.StandardError()));
   EXPECT_LT(plain.StandardError(), 0.05);
@@ -285,7 +287,8 @@ TEST(PartitionBayesFactor, IsTheSumOverAllPartitions) {
   for (const std::size_t rows : {2u, 3u, 6u}) {
     const ContingencyTable counts = RandomTable(rows, 3, 9, random);
     const PartitionPrior prior{0.8, {1, 0.5, 2}};
-    EXPECT_NEAR(LogBF01Partition(counts, prior, random).fLogValue, DirectPartitionBF01(counts, prior), 1e-10);
+    EXPECT_NEAR(LogBF01Partition(counts, prior, kLimits, random).fLogValue,
+                DirectPartitionBF01(counts, prior), 1e-10);
   }
 }
 
@@ -299,7 +302,7 @@ TEST(PartitionBayesFactor, DrawsAgreeWithTheRecursion) {
   outlier.At(4, 0) = 90;
   const PartitionPrior prior{1.3, {1, 1}};
   for (const ContingencyTable& counts : {equal, outlier, RandomTable(8, 2, 40, random)}) {
-    const LogIntegral drawn = LogEvidenceOfPartitionsByDraws(counts, prior, random);
+    const LogIntegral drawn = LogEvidenceOfPartitionsByDraws(counts, prior, kLimits, random);
     EXPECT_TRUE(drawn.fConverged);
     EXPECT_NEAR(drawn.fLogValue, LogEvidenceOfPartitions(counts, prior), 0.04);
   }
@@ -310,7 +313,7 @@ TEST(PartitionBayesFactor, ChangesMethodWithoutAStep) {
   RandomStream random(7);
   const ContingencyTable counts = RandomTable(16, 2, 6, random);
   const PartitionPrior prior{1, {1, 1}};
-  const LogIntegral sampled = LogBF01Partition(counts, prior, random);
+  const LogIntegral sampled = LogBF01Partition(counts, prior, kLimits, random);
   // The pooled evidence relative to its own proportions, as the evidence of the partitions is.
   double pooled = LnEvidence(counts.ColumnTotals(), prior.fvShapes);
   for (const double total : counts.ColumnTotals()) pooled -= total * std::log(total / counts.Total());
@@ -365,6 +368,26 @@ TEST(IndependenceTests, FisherTakesABillionCases) {
 TEST(IndependenceTests, CorrectionStopsAtHalfACase) {
   EXPECT_EQ(ContinuityCorrectedChiSquare(TableOf({{5, 5}, {5, 6}})), 0);
   EXPECT_GT(PearsonChiSquare(TableOf({{5, 5}, {5, 6}})), 0);
+}
+
+TEST(DrawnMean, StopsWhenPreciseExhaustedOrCancelled) {
+  RandomStream random(1);
+  int draws = 0;
+  const auto draw = [&] {
+    ++draws;
+    return random.Normal();
+  };
+  const LogIntegral precise = LogMeanOfDraws(draw, {100, 1e6});
+  EXPECT_TRUE(precise.fConverged);
+  EXPECT_NEAR(precise.fLogValue, 0.5, 0.04);
+  // The variance of a lognormal variable over its squared mean is e - 1.
+  EXPECT_NEAR(draws, (std::exp(1.0) - 1) * 1e4, 4000);
+  draws = 0;
+  EXPECT_FALSE(LogMeanOfDraws(draw, {100, 200}).fConverged);
+  EXPECT_EQ(draws, 200);
+  draws = 0;
+  LogMeanOfDraws(draw, {100, 200, 0, [&] { return draws == 7; }});
+  EXPECT_EQ(draws, 7);
 }
 
 }  // namespace
