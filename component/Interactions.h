@@ -15,7 +15,7 @@ namespace BayesComponent {
 
 // Row by row: median, mean, variance, and limits between which all interactions lie at once with the
 // settings' credible level (J. Besag, P. Green, D. Higdon & K. Mengersen, 1995, Bayesian computation and
-// stochastic systems, Stat. Sci. 10:3-66, section 6.3). Every cell has random numbers of its own. Worthless
+// stochastic systems, Stat. Sci. 10:3-66). Every cell has random numbers of its own. Worthless
 // once the run is cancelled.
 std::vector<MCBSN_850::BayesEstimation> SimulateInteractions(const ContingencyTable& counts,
                                                              const ContingencyTable& shapes,

@@ -122,7 +122,7 @@ const Method* MethodOf(const BSNSettings& settings) {
 }
 
 bool AreColumnsFixed(const BSNSettings& settings) {
-  return settings.GetLogLinModel() != BSNConst::Poisson && settings.GetFixType() == BSNConst::FixColumn;
+  return settings.GetFixType() == BSNConst::FixColumn;
 }
 
 // A Poisson model ignores fixed margins; no margin named is a fixed total.

@@ -23,7 +23,7 @@ struct TablePrior {
 // a_i. - (C - 1) and a_.j - (R - 1), of which the design needs both or, with fixed rows, the second.
 bool HasIndependencePrior(const ContingencyTable& shapes, TableDesign design);
 
-// Sections 4 to 6 there. Needs HasIndependencePrior.
+// The priors of that paper. Needs HasIndependencePrior.
 double LogBF01Conjugate(const ContingencyTable& counts, const TablePrior& prior, TableDesign design);
 
 // Equal-weight mixtures over lambda of the priors with lambda times these shapes, the margins' priors being

@@ -3,7 +3,6 @@
 #include <boost/math/special_functions/digamma.hpp>
 #include <boost/math/special_functions/trigamma.hpp>
 #include <cmath>
-#include <thread>
 
 #include "component/numeric/RandomStream.h"
 #include "unit/component/ComponentRun.h"
@@ -279,21 +278,9 @@ TEST(LogLinear, InteractionsHaveTheMomentsOfLogGammas) {
   }
 }
 
-class Threads : public MCCommon_850::MCThreadFactory {
- public:
-  void ForEach(int count, int, const std::function<void(int)>& task) override {
-    std::vector<std::jthread> threads;
-    for (int first = 0; first < 3; ++first) {
-      threads.emplace_back([=, &task] {
-        for (int i = count - 1 - first; i >= 0; i -= 3) task(i);
-      });
-    }
-  }
-};
-
 // Also the largest table, with draws in place of every recursion that it is too large for.
 TEST(LogLinear, DoesNotDependOnTheThreads) {
-  Threads threads;
+  ReversedThreads threads;
   BayesComponent::RandomStream random(2);
   Table large(50, std::vector<double>(50));
   for (auto& row : large) {
