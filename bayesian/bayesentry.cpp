@@ -2,7 +2,6 @@
 
 #include "bayesian/BYSAssert.h"
 #include "bayesian/BYSFactory.h"
-#include "bayesian/BYSMessage.h"
 #include "bayesian/BYSOutput.h"
 #include "bayesian/BYSParser.h"
 #include "bayesian/BYSProcAdapter.h"
@@ -62,12 +61,6 @@ void BayesEntry(void* /*context*/, BSNConst::ModelTypes type, const char* comman
   if (!parser.GetCommandSpecifications()) return;
   if (!dataSource.FatalError()) specs.CompleteSpecs();
   if (specs.GetCompSettingsPtr() == nullptr || dataSource.FatalError()) return;
-
-  if (type == BSNConst::LogLinear) {
-    BYS::ShowMessage("Command ^1 not available yet ...", {BpString(commandName, false)}, false,
-                     kBpErrorLevelError);
-    return;
-  }
 
   BEPesRepos::BEPesClear();
   if (dataSource.ColumnCount() == 0) {

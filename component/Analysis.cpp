@@ -19,6 +19,7 @@ constexpr AnalysisKind kKinds[] = {
     {BSNConst::Regression, BSNConst::Normal, MakeMultipleRegression},
     {BSNConst::Anova, BSNConst::Normal, MakeMultipleRegression},
     {BSNConst::Correlation, BSNConst::Normal, MakeCorrelation},
+    {BSNConst::LogLinear, BSNConst::Normal, MakeLogLinear},
 };
 
 }  // namespace

@@ -35,5 +35,6 @@ std::unique_ptr<Analysis> MakeRelatedSamples(const BSNSettings& settings, Status
 std::unique_ptr<Analysis> MakeIndependentSamples(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeMultipleRegression(const BSNSettings& settings, StatusList& statuses);
 std::unique_ptr<Analysis> MakeCorrelation(const BSNSettings& settings, StatusList& statuses);
+std::unique_ptr<Analysis> MakeLogLinear(const BSNSettings& settings, StatusList& statuses);
 
 }  // namespace BayesComponent

@@ -4,21 +4,36 @@
 #include <vector>
 
 #include "component/Records.h"
+#include "component/SettingsView.h"
 
 namespace MCBSN_850 {
 
+struct BSNContingency::Data {
+  Matrix fvCounts;
+  Matrix fvExpected;
+  Values fvRowTotals;
+  Values fvColTotals;
+  double fTotal = 0;
+  Indices fvNonEmptyRows;
+  Indices fvNonEmptyCols;
+  double fCellsBelow5 = 0;
+  double fPctCellsBelow5 = BayesComponent::kMissing;
+  double fMinExpected = BayesComponent::kMissing;
+};
+
 struct BSNLogLinearOutputStats::Data {
+  explicit Data(BSNContingency table) : fTable(std::move(table)) {}
+
   BSNContingency fTable;
-  double fBayesFactor = 0;
-  bool fIsLog = false;
+  BayesComponent::LoggableColumns fBayesFactor;
   MCMath_850::MCTestStats fChiSquare;
-  MCMath_850::MCTestStats fLikeRatio;
-  MCMath_850::MCTestStats fContCorrect;
-  double fFisher2Sided = 0;
-  double fFisher1Sided = 0;
-  double fT = 0;
-  double fT1 = 0;
-  double fT2 = 0;
+  MCMath_850::MCTestStats fLikelihoodRatio;
+  MCMath_850::MCTestStats fContinuityCorrected;
+  double fFisherTwoSided = BayesComponent::kMissing;
+  double fFisherOneSided = BayesComponent::kMissing;
+  double fTrainingCases = BayesComponent::kMissing;
+  double fTrainingCategories = BayesComponent::kMissing;
+  double fCasesPerCategory = BayesComponent::kMissing;
   std::vector<BayesEstimation> fvInteractions;
 };
 

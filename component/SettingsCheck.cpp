@@ -11,6 +11,10 @@ using BayesComponent::IsGiven;
 
 namespace {
 
+bool ArePositiveWhereGiven(const std::vector<double>& values) {
+  return std::all_of(values.begin(), values.end(), [](double value) { return !IsGiven(value) || value > 0; });
+}
+
 bool HasOneSampleVariables(const BSNSettings& settings) {
   return !BayesComponent::TestSlots(settings).empty();
 }
@@ -50,8 +54,24 @@ bool HasOneWayDesign(const BSNSettings& settings) {
   return HasDesign(settings) && settings.GetFactors().size() == 1 && settings.GetCovariates().empty();
 }
 
+// No shapes, one for all cells, or one for each.
+bool AreShapesAligned(const BSNSettings& settings) {
+  const std::vector<int>& sizes = settings.GetFactorSizes();
+  const std::size_t nShapes = settings.GetLogLinShapes().size();
+  if (nShapes < 2 || sizes.size() != 2) return nShapes < 2;
+  return nShapes == static_cast<std::size_t>(sizes[0]) * static_cast<std::size_t>(sizes[1]);
+}
+
 bool HasTable(const BSNSettings& settings) {
-  return settings.GetFactors().size() == settings.GetFactorSizes().size();
+  const std::vector<int>& sizes = settings.GetFactorSizes();
+  const std::vector<double>& shapes = settings.GetLogLinShapes();
+  const std::vector<double>& lambdas = settings.GetLambdas();
+  const auto isPositive = [](double value) { return value > 0; };
+  return settings.GetFactors().size() == sizes.size() &&
+         std::all_of(sizes.begin(), sizes.end(), [](int size) { return size >= 0; }) &&
+         AreShapesAligned(settings) && ArePositiveWhereGiven({settings.GetPriorScale()}) &&
+         std::all_of(shapes.begin(), shapes.end(), isPositive) &&
+         std::all_of(lambdas.begin(), lambdas.end(), isPositive);
 }
 
 struct Requirement {
@@ -87,10 +107,6 @@ bool AreTestListsAligned(const BSNSettings& settings) {
   return std::all_of(lists.begin(), lists.end(), [nTests](const std::vector<double>* list) {
     return list->empty() || list->size() == nTests;
   });
-}
-
-bool ArePositiveWhereGiven(const std::vector<double>& values) {
-  return std::all_of(values.begin(), values.end(), [](double value) { return !IsGiven(value) || value > 0; });
 }
 
 bool AreNumbersInRange(const BSNSettings& settings) {

@@ -37,7 +37,14 @@ enum StatusCode : int {
   kConstantNoBayesFactor = 410045,
   kBothGroupsConstant = 410046,
   kOneGroupConstant = 410047,
-  kNothingToTest = 410048,      // F-test of redundant parameters, or of none
+  kNothingToTest = 410048,  // F-test of redundant parameters, or of none
+  kNotTwoFactors = 410049,  // error
+  kConstantRowFactor = 410051,
+  kConstantColumnFactor = 410052,
+  kIntrinsicNeedsMultinomial = 410053,
+  kNonparametricNeedsConjugate = 410054,
+  kShapesTooSmall = 410055,
+  kNonparametricNeedsMargin = 410056,
   kTooManyParameters = 410057,  // for a Bayes factor
   kFullModelTooLarge = 410058,  // likewise
   kBayesFactorFailed = 410059,

@@ -20,7 +20,7 @@ struct CoefficientScale {
 
 // Pearson's rho itself, and what Spearman's and Kendall's coefficients are in a bivariate normal population
 // with this rho: (6/pi) asin(rho/2) and (2/pi) asin(rho).
-// W. H. Kruskal (1958), Ordinal measures of association, J. Am. Stat. Assoc. 53:814-861, section 6.
+// W. H. Kruskal (1958), Ordinal measures of association, J. Am. Stat. Assoc. 53:814-861.
 extern const CoefficientScale kPearsonScale;
 extern const CoefficientScale kSpearmanScale;
 extern const CoefficientScale kKendallScale;

@@ -2,7 +2,7 @@
 // augmentation.
 //
 // J. van Doorn, A. Ly, M. Marsman & E.-J. Wagenmakers (2020), Bayesian rank-based hypothesis testing for the
-// rank sum test, the signed rank test, and Spearman's rho, J. Appl. Stat. 47:2984-3006, section 5. The latent
+// rank sum test, the signed rank test, and Spearman's rho, J. Appl. Stat. 47:2984-3006. The latent
 // pairs are bivariate normal with means 0 and variances 1, their ranks are the sample's, ties share their
 // bounds. Two deviations: rho is drawn by slice sampling, which needs no tuning; and each margin is also
 // shifted and stretched as a whole, since single values between two neighbours move a whole margin hardly at

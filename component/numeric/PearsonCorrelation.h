@@ -16,7 +16,7 @@ struct PearsonSample {
 
 // The likelihood of rho that r alone carries. In u = artanh(rho) and z = artanh(r), as functions of the
 // distance u - z: cosh(u - z)^-(n - 3/2) cosh(u)^-1/2 2F1(1/2, 1/2; n - 1/2; (1 + rho r)/2), the constant
-// cosh(z)^(n - 3/2) left out. H. Hotelling (1953), J. R. Stat. Soc. B 15:193-232, eq. (25), on that scale.
+// cosh(z)^(n - 3/2) left out. H. Hotelling (1953), J. R. Stat. Soc. B 15:193-232, on that scale.
 class ReducedLikelihood {
  public:
   // n > 1, not only whole.
@@ -49,7 +49,7 @@ std::unique_ptr<CorrelationDistribution> NormalisedProfileLikelihood(const Pears
                                                                      const GaussLobatto& quadrature);
 
 // ln BF01 of rho = rho0 with -1 < rho0 < 1 under the Jeffreys-Zellner-Siow prior: R. Wetzels & E.-J.
-// Wagenmakers (2012), Psychon. Bull. Rev. 19:1057-1064, eq. (13), after shifting Fisher's z by that of rho0.
+// Wagenmakers (2012), Psychon. Bull. Rev. 19:1057-1064, after shifting Fisher's z by that of rho0.
 LogIntegral LogBF01Jzs(const PearsonSample& sample, double rho0, const GaussLobatto& quadrature);
 // The same as a mean over `samples` >= 1 draws of g from its prior.
 double LogBF01Jzs(const PearsonSample& sample, double rho0, int samples, RandomStream& random);
@@ -61,7 +61,7 @@ struct FractionalPrior {
 };
 
 // ln BF01 of rho = rho0. A. O'Hagan (1995), Fractional Bayes factors for model comparison, J. R. Stat. Soc. B
-// 57:99-138, eq. (10). NaN unless n b > 1 and both integrals are finite.
+// 57:99-138. NaN unless n b > 1 and both integrals are finite.
 LogIntegral LogBF01Fractional(const PearsonSample& sample, double rho0, const FractionalPrior& prior,
                               const GaussLobatto& quadrature);
 // The same with the integrals by importance sampling, `samples` >= 1 draws each.

@@ -16,6 +16,7 @@ using Indices = std::vector<int>;
 using Values = std::vector<double>;
 using Flags = std::vector<bool>;
 using Curves = std::vector<std::vector<double>>;
+using Matrix = std::vector<std::vector<double>>;
 
 // The posterior of one quantity in numbers; missing where it has no such number, or where the analysis
 // doesn't report it.
@@ -268,6 +269,62 @@ class BAYES_PLATFORM BSNPearsonCorrelationOutputStats : public BSNOutputStats {
   std::shared_ptr<const Data> fpData;
 };
 
+// The cross-tabulation of two factors: cases by category codes, with those that independence expects.
+class BAYES_PLATFORM BSNContingency {
+ public:
+  struct Data;
+  explicit BSNContingency(std::shared_ptr<const Data> data);
+
+  // By row and column, empty ones included.
+  const Matrix& GetAllCounts() const;
+  double GetTotalWeight() const;
+  const Values& GetRowTotals() const;
+  const Values& GetColTotals() const;
+  const Matrix& GetExpectedCounts() const;
+  // Codes of the categories that have cases, ascending.
+  const Indices& GetNonEmptyRows() const;
+  const Indices& GetNonEmptyCols() const;
+  // Of the cells of those: how many expect less than 5 cases, that in percent, and the smallest expectation.
+  double GetNCellsExpLess5() const;
+  double GetPctCellsExpLess5() const;
+  double GetMinExpectedCount() const;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
+// Test of independence of two factors, and their interactions. Without two categories with cases in each
+// factor there is the table and nothing else.
+class BAYES_PLATFORM BSNLogLinearOutputStats : public BSNOutputStats {
+ public:
+  struct Data;
+  explicit BSNLogLinearOutputStats(std::shared_ptr<const Data> data);
+
+  const BSNContingency& GetContingencyMatrix() const;
+  // Bayes factor of independence over association; its natural logarithm when the flag is set.
+  double GetBayesFactor() const;
+  bool IsLogBayesFactor() const;
+  // Pearson's and the likelihood ratio statistic; the continuity correction and Fisher's test of a table with
+  // two rows and two columns, else missing.
+  const MCMath_850::MCTestStats& GetChiSquareResult() const;
+  const MCMath_850::MCTestStats& GetLikeRatioResult() const;
+  const MCMath_850::MCTestStats& GetContCorrectResult() const;
+  double GetFisher2SidedSig() const;
+  double GetFisher1SidedSig() const;
+  // The training sample of an intrinsic prior: its cases; with a fixed margin, that margin's categories and
+  // the cases of each.
+  double GetT() const;
+  double GetT1() const;
+  double GetT2() const;
+  // Interactions of the categories with cases, row by row: median, mean, variance and simultaneous interval.
+  const std::vector<BayesEstimation>& GetPosteriorEstimations() const;
+
+  void Write(std::ostream& stream) const override;
+
+ private:
+  std::shared_ptr<const Data> fpData;
+};
+
 // Linear regression, and one-way analysis of variance as a regression on the levels of its factor.
 //
 // The parameters are the intercept, then one for every level of every factor, then one for every covariate,
@@ -327,71 +384,6 @@ class BAYES_PLATFORM BSNMultiRegOutputStats : public BSNOutputStats {
   const Values& GetPosteriorPredictedPlot() const;
   const Values& GetArgumentPredictedPlot4Prior() const;
   const Values& GetPriorPredictedPlot() const;
-
-  void Write(std::ostream& stream) const override;
-
- private:
-  std::shared_ptr<const Data> fpData;
-};
-
-// The table of two factors: rows and columns in the order of the category codes.
-class BSNContingency {
- public:
-  // Filled by the component. Rows of the counts by columns; totals; expected counts under independence
-  // (missing where a total is 0); the rows and columns that hold a case; cells whose expected count is below
-  // 5, their share in percent, the smallest expected count.
-  struct Data {
-    std::vector<Values> fvCounts;
-    std::vector<Values> fvExpected;
-    Values fvRowTotals;
-    Values fvColTotals;
-    Indices fvNonEmptyRows;
-    Indices fvNonEmptyCols;
-    double fTotal = 0;
-    double fNCellsExpLess5 = 0;
-    double fPctCellsExpLess5 = 0;
-    double fMinExpectedCount = 0;
-  };
-  BSNContingency() = default;
-  explicit BSNContingency(Data data) : fData(std::move(data)) {}
-
-  const std::vector<Values>& GetAllCounts() const { return fData.fvCounts; }
-  const std::vector<Values>& GetExpectedCounts() const { return fData.fvExpected; }
-  const Values& GetRowTotals() const { return fData.fvRowTotals; }
-  const Values& GetColTotals() const { return fData.fvColTotals; }
-  const Indices& GetNonEmptyRows() const { return fData.fvNonEmptyRows; }
-  const Indices& GetNonEmptyCols() const { return fData.fvNonEmptyCols; }
-  double GetTotalWeight() const { return fData.fTotal; }
-  double GetNCellsExpLess5() const { return fData.fNCellsExpLess5; }
-  double GetPctCellsExpLess5() const { return fData.fPctCellsExpLess5; }
-  double GetMinExpectedCount() const { return fData.fMinExpectedCount; }
-
- private:
-  Data fData;
-};
-
-// Test of the independence of two factors.
-class BAYES_PLATFORM BSNLogLinearOutputStats : public BSNOutputStats {
- public:
-  struct Data;
-  explicit BSNLogLinearOutputStats(std::shared_ptr<const Data> data);
-
-  const BSNContingency& GetContingencyMatrix() const;
-  // Bayes factor of independence over association; its natural logarithm where the flag is set.
-  double GetBayesFactor() const;
-  bool IsLogBayesFactor() const;
-  const MCMath_850::MCTestStats& GetChiSquareResult() const;
-  const MCMath_850::MCTestStats& GetLikeRatioResult() const;
-  const MCMath_850::MCTestStats& GetContCorrectResult() const;
-  // Fisher's exact test of a 2 x 2 table.
-  double GetFisher2SidedSig() const;
-  double GetFisher1SidedSig() const;
-  // Training samples of the intrinsic prior: cases in all; fixed categories and cases of each.
-  double GetT() const;
-  double GetT1() const;
-  double GetT2() const;
-  // One for each pair of a row and a column that hold cases, row by row.
-  const std::vector<BayesEstimation>& GetPosteriorEstimations() const;
 
   void Write(std::ostream& stream) const override;
 

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "gtest/gtest.h"
@@ -44,6 +45,19 @@ class ColumnRecords : public MCCommon_850::MCRecordSource {
   std::size_t fSize;
   std::vector<double> fvValues;
   std::size_t fNext = 0;
+};
+
+// Hands the tasks to three threads, the last first.
+class ReversedThreads : public MCCommon_850::MCThreadFactory {
+ public:
+  void ForEach(int count, int /*maxThreads*/, const std::function<void(int)>& task) override {
+    std::vector<std::jthread> threads;
+    for (int first = 0; first < 3; ++first) {
+      threads.emplace_back([=, &task] {
+        for (int i = count - 1 - first; i >= 0; i -= 3) task(i);
+      });
+    }
+  }
 };
 
 // A model that was built, with its record and its statuses.

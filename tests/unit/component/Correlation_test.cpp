@@ -1,7 +1,6 @@
 // Correlations: the reference cases, pairs, statuses, threads.
 #include <algorithm>
 #include <cmath>
-#include <thread>
 
 #include "unit/component/ComponentRun.h"
 
@@ -118,20 +117,15 @@ TEST(Correlation, CountsEachPairByItself) {
   Model<Record> listwise(settings, kFourColumns);
   EXPECT_EQ(listwise.Record().GetVarN(), Column(4, 5));
   EXPECT_EQ(listwise.Record().GetVarPairN(), Column(6, 5));
-}
 
-// Hands the tasks to three threads, the last first.
-class Threads : public MCCommon_850::MCThreadFactory {
- public:
-  void ForEach(int count, int, const std::function<void(int)>& task) override {
-    std::vector<std::jthread> threads;
-    for (int first = 0; first < 3; ++first) {
-      threads.emplace_back([=, &task] {
-        for (int i = count - 1 - first; i >= 0; i -= 3) task(i);
-      });
-    }
-  }
-};
+  std::vector<Column> weighted = kFourColumns;
+  weighted.push_back({3, 1, 1, 1, 2, 1, 0, 1});
+  settings.SetMissScope(BSNConst::ByTest);
+  settings.SetFrequencyWeightVar(4);
+  Model<Record> withWeights(settings, weighted);
+  EXPECT_EQ(withWeights.Record().GetVarN(), (Column{10, 8, 9, 10}));
+  EXPECT_EQ(withWeights.Record().GetVarPairN(), (Column{8, 9, 10, 7, 8, 9}));
+}
 
 bool AreEqual(const Record& a, const Record& b) {
   return a.GetPearsonCorrelation() == b.GetPearsonCorrelation() && a.GetBayesFactor() == b.GetBayesFactor() &&
@@ -141,7 +135,7 @@ bool AreEqual(const Record& a, const Record& b) {
 }
 
 TEST(Correlation, DoesNotDependOnTheThreads) {
-  Threads threads;
+  ReversedThreads threads;
   for (const int test : {0, 1, 2}) {
     BSNSettings settings = CorrelationSettings(4, {{"CorrTest", test}, {"PosteriorSamples", 1000}});
     if (test == 0) settings.SetMethodType(BSNConst::MCA);
