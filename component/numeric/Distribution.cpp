@@ -38,6 +38,35 @@ double WithoutSubnormal(double probability) {
   return probability < std::numeric_limits<double>::min() ? 0 : probability;
 }
 
+// Above these shapes the library's searches for a quantile lose digits or do not end, while the expansions
+// below are exact to double precision.
+constexpr double kLargestGammaShape = 1e8;
+constexpr double kLargestBetaShape = 1e12;
+constexpr double kNearlyNormalShape = 1e7;
+
+// The quantile of a nearly normal distribution at the standard normal quantile `z`, from its mean, standard
+// deviation, skewness and excess kurtosis. Cornish and Fisher (1938), to the second order.
+double CornishFisher(double z, double mean, double deviation, double skewness, double kurtosis) {
+  const double z2 = z * z;
+  const double shift =
+      skewness * (z2 - 1) / 6 + kurtosis * z * (z2 - 3) / 24 - skewness * skewness * z * (2 * z2 - 5) / 36;
+  return mean + deviation * (z + shift);
+}
+
+double NearlyNormalGamma(double shape, double z) {
+  return CornishFisher(z, shape, std::sqrt(shape), 2 / std::sqrt(shape), 6 / shape);
+}
+
+double StandardGammaLower(double shape, double tail) {
+  if (shape > kLargestGammaShape) return NearlyNormalGamma(shape, quantile(Normal(), tail));
+  return quantile(Gamma(shape, 1), tail);
+}
+
+double StandardGammaUpper(double shape, double tail) {
+  if (shape > kLargestGammaShape) return NearlyNormalGamma(shape, -quantile(Normal(), tail));
+  return quantile(complement(Gamma(shape, 1), tail));
+}
+
 }  // namespace
 
 NormalDistribution::NormalDistribution(double mean, double variance) : fMean(mean), fVariance(variance) {}
@@ -102,16 +131,37 @@ std::optional<double> BetaDistribution::Mode() const {
 }
 
 std::optional<double> BetaDistribution::Variance() const {
-  const double n = fA + fB;
-  return fA / n * (fB / n) / (n + 1);
+  return *Mean() / (1 + fA / fB) / (fA + fB + 1);
 }
 
 double BetaDistribution::LowerQuantile(double tail) const {
-  return quantile(Beta(fA, fB), tail);
+  if (std::max(fA, fB) <= kLargestBetaShape) return quantile(Beta(fA, fB), tail);
+  if (std::min(fA, fB) > kNearlyNormalShape) return NearlyNormalQuantile(quantile(Normal(), tail));
+  return LimitQuantile(tail, fA > fB);
 }
 
 double BetaDistribution::UpperQuantile(double tail) const {
-  return quantile(complement(Beta(fA, fB), tail));
+  if (std::max(fA, fB) <= kLargestBetaShape) return quantile(complement(Beta(fA, fB), tail));
+  if (std::min(fA, fB) > kNearlyNormalShape) return NearlyNormalQuantile(-quantile(Normal(), tail));
+  return LimitQuantile(tail, fA < fB);
+}
+
+double BetaDistribution::NearlyNormalQuantile(double z) const {
+  const double n = fA + fB;
+  const double p = *Mean();
+  const double q = 1 / (1 + fA / fB);
+  const double oddness = (q - p) / std::sqrt(p * q);
+  return CornishFisher(z, p, std::sqrt(*Variance()), 2 * oddness / std::sqrt(n),
+                       6 * (oddness * oddness - 1) / n);
+}
+
+// With one shape large, from a gamma variable of the small shape: Wise (1950); the relative error is of the
+// order of the squared ratio of the shapes.
+double BetaDistribution::LimitQuantile(double tail, bool upper) const {
+  const double small = std::min(fA, fB);
+  const double g = upper ? StandardGammaUpper(small, tail) : StandardGammaLower(small, tail);
+  const double x = g / (std::max(fA, fB) + (small - 1 + g) / 2);
+  return fA < fB ? x : 1 - x;
 }
 
 double BetaDistribution::Density(double x) const {
@@ -125,11 +175,11 @@ std::optional<double> GammaDistribution::Mode() const {
 }
 
 double GammaDistribution::LowerQuantile(double tail) const {
-  return quantile(Gamma(fShape, 1), tail) / fRate;
+  return StandardGammaLower(fShape, tail) / fRate;
 }
 
 double GammaDistribution::UpperQuantile(double tail) const {
-  return quantile(complement(Gamma(fShape, 1), tail)) / fRate;
+  return StandardGammaUpper(fShape, tail) / fRate;
 }
 
 double GammaDistribution::Density(double x) const {
@@ -151,11 +201,11 @@ std::optional<double> InverseGammaDistribution::Variance() const {
 }
 
 double InverseGammaDistribution::LowerQuantile(double tail) const {
-  return fScale / quantile(complement(Gamma(fShape, 1), tail));
+  return fScale / StandardGammaUpper(fShape, tail);
 }
 
 double InverseGammaDistribution::UpperQuantile(double tail) const {
-  return fScale / quantile(Gamma(fShape, 1), tail);
+  return fScale / StandardGammaLower(fShape, tail);
 }
 
 double InverseGammaDistribution::Density(double x) const {

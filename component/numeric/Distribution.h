@@ -65,13 +65,16 @@ class BetaDistribution : public Distribution {
   BetaDistribution(double a, double b);
   // The interior maximum, or the end of [0, 1] at which the density has its only maximum.
   std::optional<double> Mode() const override;
-  std::optional<double> Mean() const override { return fA / (fA + fB); }
+  std::optional<double> Mean() const override { return fA / 2 / (fA / 2 + fB / 2); }
   std::optional<double> Variance() const override;
   double LowerQuantile(double tail) const override;
   double UpperQuantile(double tail) const override;
   double Density(double x) const override;
 
  private:
+  double NearlyNormalQuantile(double z) const;
+  double LimitQuantile(double tail, bool upper) const;
+
   double fA;
   double fB;
 };

@@ -37,6 +37,29 @@ TEST(Distribution, QuantilesFollowTheDensity) {
   }
 }
 
+struct QuantileRow {
+  std::shared_ptr<Distribution> fDistribution;
+  double fLower, fUpper;
+};
+
+// Shapes at which a search for the quantile would not end or would lose digits; values of an independent
+// program.
+TEST(Distribution, KeepsItsDigitsWithLargeShapes) {
+  const QuantileRow rows[] = {
+      {std::make_shared<BetaDistribution>(3, 2e12), 3.0933606144759748e-13, 3.612343833853647e-12},
+      {std::make_shared<BetaDistribution>(9e6, 2e12), 4.4970402975575716e-06, 4.5029201497648232e-06},
+      {std::make_shared<BetaDistribution>(1e10, 2e12), 0.0049750271107962332, 0.0049752216463557356},
+      {std::make_shared<BetaDistribution>(2e12, 1e10), 0.99502477835364422, 0.99502497288920377},
+      {std::make_shared<BetaDistribution>(2e12, 3), 0.99999999999638767, 0.99999999999969069},
+      {std::make_shared<BetaDistribution>(1e308, 1e308), 0.5, 0.5},
+      {std::make_shared<GammaDistribution>(1.01e8, 1), 100980303.55290355, 101019698.34140234},
+  };
+  for (const QuantileRow& row : rows) {
+    EXPECT_NEAR(row.fDistribution->LowerQuantile(0.025) / row.fLower, 1, 1e-14) << row.fLower;
+    EXPECT_NEAR(row.fDistribution->UpperQuantile(0.025) / row.fUpper, 1, 1e-14) << row.fUpper;
+  }
+}
+
 struct MomentRow {
   std::shared_ptr<Distribution> fDistribution;
   std::optional<double> fMode, fMean, fVariance;
