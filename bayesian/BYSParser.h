@@ -104,7 +104,6 @@ class BYSParser {
   bool CheckNullValue(double value, const std::string& subcommand) const;
   bool ReadSuccess(const SubComObj& subcommand, int variable, BinInfoElem& elem);
   bool AddValues(const VarSpecObj& variables, const Tokens& values, int variable, BinInfoElem& elem) const;
-  void WarnWithoutEffect(const SubComObj& subcommand) const;
 
   // BYSParserPrior.cpp
   bool ProcessPriorSubCom(const SubComObj& subcommand);

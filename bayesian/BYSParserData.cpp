@@ -3,23 +3,6 @@
 
 #include "bayesian/BYSParser.h"
 
-namespace {
-
-// A keyword of DATA that means something to some distributions only.
-struct KeywordUse {
-  const char* name;
-  bool used[3];  // by normal, binomial, Poisson
-};
-constexpr KeywordUse kKeywordUses[] = {
-    {"VARIANCE", {true, false, false}},       {"ALTERGVALUE", {true, false, false}},
-    {"SUCCESS", {false, true, false}},        {"NULLPRIORPARAM", {false, true, true}},
-    {"ALTERPRIORPARAM", {false, true, true}},
-};
-
-constexpr const char* kDistributionNames[] = {"NORMAL", "BINOMIAL", "POISSON"};
-
-}  // namespace
-
 // Values are read once and then given to each of the subcommand's variables; what a subcommand doesn't give
 // stays as an earlier one left it.
 bool BYSParser::ProcessDataSubCom(const SubComObj& subcommand) {
@@ -39,7 +22,6 @@ bool BYSParser::ProcessDataSubCom(const SubComObj& subcommand) {
       ReadDataPair(subcommand, "NULLPRIORPARAM", nullPrior) && ReadDataNumber(subcommand, "ALTERGVALUE", g) &&
       ReadDataPair(subcommand, "ALTERPRIORPARAM", alterPrior);
   if (!read) return false;
-  WarnWithoutEffect(subcommand);
 
   const auto set = [this](std::vector<double>& list, std::size_t test, double value) {
     if (value != fMissing) list[test] = value;
@@ -132,14 +114,4 @@ bool BYSParser::AddValues(const VarSpecObj& variables, const Tokens& values, int
     elem._obsValues.push_back(value);
   }
   return true;
-}
-
-// A keyword that can't mean anything to the distribution is not passed over in silence.
-void BYSParser::WarnWithoutEffect(const SubComObj& subcommand) const {
-  const BSNConst::DistTypes distribution = fSettings.GetTestDistType();
-  for (const KeywordUse& keyword : kKeywordUses) {
-    if (keyword.used[distribution] || subcommand.getParamObj(keyword.name) == nullptr) continue;
-    fMessage.GenericWarning("Param ^1, subcom ^2, no effect with distribution ^3 ...", keyword.name,
-                            subcommand.getName(), kDistributionNames[distribution]);
-  }
 }

@@ -29,8 +29,8 @@ std::string ShowPrior(const BSNSettings& s) {
 }
 
 TEST(TableParser, ChoicesReachTheSettings) {
-  const std::string xy = "/INFERENCE VARIABLES=x y ";
-  const std::string table = "/TABLE s BY x ";
+  const std::string xy = "/INFERENCE VARIABLES=x y ANALYSIS=BOTH ";
+  const std::string table = "/INFERENCE ANALYSIS=BOTH /TABLE s BY x ";
   const struct {
     const Model& model;
     std::string body;
@@ -46,9 +46,10 @@ TEST(TableParser, ChoicesReachTheSettings) {
       {kCorrelation, xy + "/ESTBF TYPE=FRACTION NULLVALUE=-0.3", ShowCorrelationBF, "2 0.5 -0.3 "},
       {kCorrelation, xy + "/ESTBF TYPE=FRACTION(0.25)", ShowCorrelationBF, "2 0.25 0 "},
       {kCorrelation, xy, ShowSampling, "0.0001 10000 10000 0 0 "},
-      {kCorrelation,
-       "/MISSING SCOPE=LISTWISE /CRITERIA MCSAMPLES=3000 POSTSAMPLES=2000 SEED=7 TOL=0.001 " + xy,
-       ShowSampling, "0.001 3000 2000 7 1 "},
+      {kCorrelation, "/MISSING SCOPE=LISTWISE /CRITERIA MCSAMPLES=3000 SEED=7 TOL=0.001 " + xy, ShowSampling,
+       "0.001 3000 10000 7 1 "},
+      {kCorrelation, "/CRITERIA POSTSAMPLES=2000 " + xy + "CORR=SPEARMAN", ShowSampling,
+       "0.0001 10000 2000 0 0 "},
       {kCorrelation, "/MISSING SCOPE=PAIRWISE /CRITERIA SEED=RANDOM " + xy, ShowSampling,
        "0.0001 10000 10000 0 0 "},
       // The row factor first.
@@ -84,7 +85,7 @@ TEST(TableParser, WhatDoesNotFitIsNamedByItsMessage) {
   } rows[] = {
       {kCorrelation, "/INFERENCE VARIABLES=x", false, "error Not enough corr var, param ^1, subcom ^2 ..."},
       {kCorrelation, "/INFERENCE VARIABLES=x x", false, "error Not enough corr var, param ^1, subcom ^2 ..."},
-      {kCorrelation, "/INFERENCE VARIABLES=x y CORR=KENDALL /ESTBF TYPE=FRACTION(0.2)", true,
+      {kCorrelation, "/INFERENCE VARIABLES=x y CORR=KENDALL ANALYSIS=BOTH /ESTBF TYPE=FRACTION(0.2)", true,
        "warning Param ^1, subcom ^2, used only with ^3 ..."},
       {kLogLinear, "/INFERENCE ANALYSIS=BOTH", false, "error Loglin two factors ..."},
       {kLogLinear, "/TABLE x BY x", false, "error Param ^1, subcom ^2, two variable names ..."},
@@ -99,9 +100,9 @@ TEST(TableParser, WhatDoesNotFitIsNamedByItsMessage) {
        "warning Param ^1, subcom ^2, no effect in command ^3 ..."},
       {kLogLinear, "/CRITERIA MAXITER=10 /TABLE x BY y", true,
        "warning Param ^1, subcom ^2, no effect in command ^3 ..."},
-      {kLogLinear, "/TABLE x BY y /ESTBF SCALEPARAM=2", true,
+      {kLogLinear, "/INFERENCE ANALYSIS=BOTH /TABLE x BY y /ESTBF SCALEPARAM=2", true,
        "warning Param ^1, subcom ^2, used only with ^3 ..."},
-      {kLogLinear, "/TABLE x BY y /ESTBF MODEL=POISSON LAMBDAS=2", true,
+      {kLogLinear, "/INFERENCE ANALYSIS=BOTH /TABLE x BY y /ESTBF MODEL=POISSON LAMBDAS=2", true,
        "warning Param ^1, subcom ^2, used only with ^3 ..."},
   };
   for (const auto& row : rows) {
