@@ -126,8 +126,8 @@ BpComposite BYSOutput::GetFactorLabel(const char* key, int factor) const {
 
 // The value behind a code. Codes are in the order that ORDER asked for.
 BpDataValue BYSOutput::GetLevel(int factor, int code) const {
-  const int slot = fpCompSettings->GetFactors()[static_cast<std::size_t>(factor)];
-  return {*fFactory.GetInputAdapter()->DecodeRecordCatValue(slot, code), GetTableVariable(factor)};
+  return {fFactory.GetInputAdapter()->GetFactorValue(static_cast<std::size_t>(factor), code),
+          GetTableVariable(factor)};
 }
 
 // A text about the two factors, the row factor first.

@@ -43,6 +43,11 @@ BYSProcAdapter::BYSProcAdapter(BYSValidSpecs* specs, ProcedureDataSource& dataSo
     fvTestVars = binomial ? stat.GetFactors() : stat.GetCovariates();
     fvTestSlots = binomial ? comp.GetFactors() : comp.GetCovariates();
   }
+  if (fModelType == BSNConst::LogLinear) {
+    fvTableSlots = specs->GetCompSettingsPtr()->GetFactors();
+    fTableKeys = ObsVecMap::MakeKeySpec(specs->GetStatSettingsPtr()->GetFactors(), dataSource,
+                                        specs->GetCategAscend());
+  }
   ResizeSplitData();
   BYS::Assert(!fvAllSplitProcData.empty(), kSource, "fvAllSplitProcData.size() > 0");
 }
@@ -58,12 +63,13 @@ BYSProcAdapter::SplitProcData BYSProcAdapter::MakeSplitData() const {
   data.fGroupCutPoint = fMissing;
   data.fvCovarSums.assign(fvCovarSlots.size(), 0.0);
   data.fvCovarMeans.assign(fvCovarSlots.size(), 0.0);
+  if (fModelType == BSNConst::LogLinear) data.fpObsVecMap = std::make_unique<ObsVecMap>(fTableKeys);
   return data;
 }
 
 // Existing splits keep what they learned.
 void BYSProcAdapter::ResizeSplitData() {
-  if (fvAllSplitProcData.size() <= fSplitCount) fvAllSplitProcData.resize(fSplitCount + 1, MakeSplitData());
+  while (fvAllSplitProcData.size() <= fSplitCount) fvAllSplitProcData.push_back(MakeSplitData());
 }
 
 void BYSProcAdapter::PrepareNewPass() {
@@ -83,6 +89,11 @@ void BYSProcAdapter::PrepareNewSplit() {
 bool BYSProcAdapter::CompletePass() {
   ResizeSplitData();
   fpSplitProcData = nullptr;
+  if (GetCurrentPass() > 0 || fModelType != BSNConst::LogLinear) return true;
+  for (const SplitProcData& split : fvAllSplitProcData) {
+    BYS::Assert(split.fpObsVecMap != nullptr, kSource, "pObsVecMap != 0");
+    split.fpObsVecMap->Sort();
+  }
   return true;
 }
 

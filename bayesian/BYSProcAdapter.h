@@ -2,6 +2,7 @@
 // split's data settled.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,8 @@ class BYSProcAdapter : public ACAInputAdapter {
     // Per covariate.
     std::vector<double> fvCovarSums;
     std::vector<double> fvCovarMeans;
+    // Log-linear analysis only: the values of the table's factors.
+    std::unique_ptr<ObsVecMap> fpObsVecMap;
     bool fZeroOrNegative = false;
     bool fNonInteger = false;
     bool fNegative = false;
@@ -61,6 +64,9 @@ class BYSProcAdapter : public ACAInputAdapter {
   // maximum} for code 1, {minimum, cut} for code 0. False: the slot is no recoded variable.
   bool DecodeBinRecValue(int componentVar, int encValue, bool& isString, std::vector<const OBS*>& obs,
                          std::vector<double>& values, std::vector<std::string>& strValues) const;
+  // The value behind a code of a table's factor, 0 the row's and 1 the column's, in the current split; known
+  // from the end of pass 0 on.
+  const OBS& GetFactorValue(std::size_t factor, int code) const;
   // Whether the current split has a value of a recoded variable at all, so that there is something to decode.
   bool HasBinValues(int componentVar) const;
   // Whether any value that counts as success of a binomial test variable occurs in the current split. True
@@ -83,6 +89,7 @@ class BYSProcAdapter : public ACAInputAdapter {
 
   // CompleteSplit, by analysis (BYSProcAdapterSplit.cpp).
   void OrderCategories();
+  void CollectFactorValues();
   void CompleteBinomial();
   bool CompleteGroup();
   void CompleteCounts();
@@ -107,6 +114,8 @@ class BYSProcAdapter : public ACAInputAdapter {
   int fGroupSourceSlot;
   int fWeightSlot;
   std::vector<int> fvCovarSlots;
+  std::vector<int> fvTableSlots;  // of the factors of a log-linear analysis
+  ObsVecMap::KeySpec fTableKeys;
   double fMissing;
   std::vector<SplitProcData> fvAllSplitProcData;
   SplitProcData* fpSplitProcData = nullptr;

@@ -15,6 +15,7 @@ constexpr const char* kSource = "BYSProcAdapter";
 bool BYSProcAdapter::CompleteSplit() {
   if (GetCurrentPass() == 0) {
     OrderCategories();
+    CollectFactorValues();
     if (fModelType == BSNConst::OneSample && fTestDistType == BSNConst::Binomial) CompleteBinomial();
     return fGroupSourceSlot < 0 || CompleteGroup();
   }
@@ -28,6 +29,19 @@ bool BYSProcAdapter::CompleteSplit() {
 void BYSProcAdapter::OrderCategories() {
   for (int slot : fSpecs.GetVarValidSpecsPtr()->GetRecCatVars()) {
     ReorderRecordCats(slot, fSpecs.GetCategAscend());
+  }
+}
+
+// Every value that occurs has its place in the table.
+void BYSProcAdapter::CollectFactorValues() {
+  for (std::size_t factor = 0; factor < fvTableSlots.size(); ++factor) {
+    ObsVecMap* pObsVecMap = fpSplitProcData->fpObsVecMap.get();
+    BYS::Assert(pObsVecMap != nullptr, kSource, "pObsVecMap != 0");
+    for (int code = 0; code < GetRecordCatVarSize(fvTableSlots[factor]); ++code) {
+      const OBS* pKeyOBS = DecodeRecordCatValue(fvTableSlots[factor], code);
+      BYS::Assert(pKeyOBS != nullptr, kSource, "pKeyOBS != 0");
+      if (!pObsVecMap->Contains(factor, *pKeyOBS)) pObsVecMap->Insert(factor, pKeyOBS);
+    }
   }
 }
 
@@ -194,6 +208,11 @@ bool BYSProcAdapter::DecodeBinRecValue(int componentVar, int encValue, bool& isS
     DecodeCategories(slot, fpSplitProcData->fvSuccessCats[test], encValue, obs);
   }
   return true;
+}
+
+const OBS& BYSProcAdapter::GetFactorValue(std::size_t factor, int code) const {
+  BYS::Assert(fpSplitProcData != nullptr, kSource, "fpSplitProcData != 0");
+  return *fpSplitProcData->fpObsVecMap->GetValues(factor)[static_cast<std::size_t>(code)];
 }
 
 void BYSProcAdapter::DecodeRange(int slot, double cutPoint, int encValue, std::vector<double>& values) const {

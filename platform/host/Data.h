@@ -1,8 +1,10 @@
 // The active data set as the module sees it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <variant>
 #include <vector>
@@ -80,4 +82,40 @@ class BAYES_PLATFORM ProcedureDataSource : public ZARQ_DataSource {
   bool IsSplitFile() const { return GetNSplitVars() > 0; }
   // True when the host arranges the splits' output itself, so that no heading for each split is wanted.
   bool LaysOutSplits() const;
+};
+
+// The values of one split's table factors, factor by factor: one entry for each value that occurs. Points to
+// the values, which must outlive it.
+class BAYES_PLATFORM ObsVecMap {
+ public:
+  // How the values of each factor are told apart and ordered.
+  struct KeySpec {
+    std::vector<bool> fvIsString;
+    bool fAscending = true;
+  };
+  // `factors`: dictionary indices.
+  static KeySpec MakeKeySpec(const std::vector<int>& factors, const ProcedureDataSource& dataSource,
+                             bool ascending);
+
+  explicit ObsVecMap(const KeySpec& keySpec);
+  // `factor` counts the key specification's factors; a value is of the factor's kind.
+  bool Contains(std::size_t factor, const OBS& value) const;
+  void Insert(std::size_t factor, const OBS* value);
+  // Numbers by size, strings by bytes, in the direction of the key specification. Values inserted later wait
+  // for the next Sort.
+  void Sort();
+  // The values as last sorted.
+  const std::vector<const OBS*>& GetValues(std::size_t factor) const;
+
+ private:
+  struct Less {
+    bool fIsString;
+    bool operator()(const OBS* a, const OBS* b) const;
+  };
+  struct Factor {
+    std::set<const OBS*, Less> fKnown;
+    std::vector<const OBS*> fvSorted;
+  };
+  std::vector<Factor> fvFactors;
+  bool fAscending;
 };

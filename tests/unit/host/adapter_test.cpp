@@ -106,6 +106,24 @@ TEST_F(Adaptation, GivesEachVariableOneSlot) {
   EXPECT_THROW(fSpecs.AddVariable(0, true, true, true, true), std::logic_error);
 }
 
+TEST_F(Adaptation, SortsTheValuesOfFactors) {
+  Open("a,s\n1,x\n");
+  const std::vector<OBS> numbers{OBS(10.0), OBS(-2.0), OBS(9.0)};
+  const std::vector<OBS> texts{OBS("b"), OBS("B"), OBS("ab")};
+  for (const bool ascending : {true, false}) {
+    ObsVecMap map(ObsVecMap::MakeKeySpec({0, 1}, fSource, ascending));
+    for (const OBS& number : numbers) map.Insert(0, &number);
+    for (const OBS& text : texts) map.Insert(1, &text);
+    EXPECT_TRUE(map.Contains(0, OBS(9.0)));
+    EXPECT_FALSE(map.Contains(1, OBS("a")));
+    map.Sort();
+    std::string shown;
+    for (const OBS* value : map.GetValues(0)) shown += ShowNumber(value->GetNumber()) + " ";
+    for (const OBS* value : map.GetValues(1)) shown += value->GetString() + " ";
+    EXPECT_EQ(shown, ascending ? "-2 9 10 B ab b " : "10 9 -2 b ab B ");
+  }
+}
+
 struct MissingCase {
   const char* fName;
   bool fPassesA;
