@@ -182,7 +182,8 @@ class Correlation : public Analysis {
  private:
   // Each pair has random numbers of its own, so that neither order nor threads matter.
   PairResult Infer(std::size_t pair, const Cancellation& isCancelled) const {
-    const PairSample sample = fpData->SampleOf(pair);
+    PairSample sample = fpData->SampleOf(pair);
+    sample.fIsDrawn = static_cast<int>(pair) < fSettings.GetMaxNPlots();
     PairResult result;
     result.fN = sample.fN;
     if (sample.fN >= kLeastCases) result.fCoefficient = Shown(sample.fCoefficient);
@@ -192,7 +193,7 @@ class Correlation : public Analysis {
     }
     RandomStream random(fSettings.GetRandomSeed(), pair);
     result.fInference = fCoefficient.fInfer(sample, fSettings, random, isCancelled);
-    if (WantsPosterior(fSettings)) Describe(pair, result);
+    if (WantsPosterior(fSettings)) Describe(sample, result);
     return result;
   }
 
@@ -207,12 +208,12 @@ class Correlation : public Analysis {
     return {};
   }
 
-  void Describe(std::size_t pair, PairResult& result) const {
+  void Describe(const PairSample& sample, PairResult& result) const {
     const PairInference& inference = result.fInference;
     if (!inference.fPosterior) result.fStatuses.Warn(kNoPosteriorOfCounts);
     if (!inference.fPosteriorConverged) result.fStatuses.Warn(kIntegralNotConverged);
     result.fPosterior = Characterise(inference.fPosterior.get(), fSettings.GetCILevel());
-    if (static_cast<int>(pair) >= fSettings.GetMaxNPlots()) return;
+    if (!sample.fIsDrawn) return;
     result.fCurves = DrawCurves(inference.fLikelihood, inference.fPosterior.get(), inference.fPrior);
   }
 

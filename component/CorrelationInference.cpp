@@ -71,6 +71,7 @@ PairInference InferPearson(const PairSample& sample, const BSNSettings& settings
   if (!WantsPosterior(settings)) return inference;
   SetPosterior(inference, PearsonPosterior(pearson, c, quadrature));
   inference.fPrior = PriorOf(settings, kPearsonScale);
+  if (!sample.fIsDrawn) return inference;
   const auto lnL = [pearson](double rho) {
     return LogProfileLikelihood(pearson, std::atanh(rho) - std::atanh(pearson.fR));
   };
@@ -95,6 +96,7 @@ PairInference InferSpearman(const PairSample& sample, const BSNSettings& setting
   }
   if (!WantsPosterior(settings)) return inference;
   inference.fPosterior = answer.fPosterior;
+  if (!sample.fIsDrawn) return inference;
   inference.fLikelihood = LikelihoodBehind(*answer.fPosterior, inference.fPrior);
   return inference;
 }
@@ -124,6 +126,7 @@ PairInference InferKendall(const PairSample& sample, const BSNSettings& settings
       [&] { return bayesFactorOf(LogPeakedIntegral(lnF, likelihood.Width(), SamplesOf(settings), random)); });
   if (!WantsPosterior(settings)) return inference;
   SetPosterior(inference, likelihood.Posterior(c, quadrature));
+  if (!sample.fIsDrawn) return inference;
   inference.fLikelihood = {[likelihood](double tau) { return likelihood.LogOf(tau); },
                            likelihood.Normalised(quadrature)};
   return inference;

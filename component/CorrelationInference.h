@@ -20,6 +20,8 @@ struct PairSample {
   bool fHasConstant;
   double fCoefficient;
   std::vector<WeightedPair> fvCases;
+  // Whether curves are wanted: without them nobody asks for the likelihood.
+  bool fIsDrawn = false;
 };
 
 struct PairInference {

@@ -3,48 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numbers>
-
-#include "component/numeric/LogMeanExp.h"
+#include <numeric>
 
 namespace BayesComponent {
-
-namespace {
-
-constexpr double kNegligibleLog = -60;
-constexpr double kFarthest = 1e6;
-
-// From `start` by steps that double, first of size `step`: the first point at which the function is below
-// `floor`.
-double FirstBelow(const LogFunction& lnF, double start, double step, double floor) {
-  double distance = step;
-  while (lnF(start + distance) > floor && std::abs(distance) < kFarthest) distance *= 2;
-  return start + distance;
-}
-
-double FindPeakNearZero(const LogFunction& lnF, double width) {
-  const double floor = lnF(0) - 1;
-  return FindPeak(lnF, FirstBelow(lnF, 0, -width, floor), FirstBelow(lnF, 0, width, floor));
-}
-
-}  // namespace
-
-PeakedIntegral::PeakedIntegral(const LogFunction& lnF, double width, const GaussLobatto& quadrature)
-    : fPeak(FindPeakNearZero(lnF, width)) {
-  const double floor = lnF(fPeak) + kNegligibleLog;
-  fLower = FirstBelow(lnF, fPeak, -width, floor);
-  fUpper = FirstBelow(lnF, fPeak, width, floor);
-  fResult = quadrature.Integrate(lnF, {fLower, fPeak, fUpper});
-}
-
-double LogPeakedIntegral(const LogFunction& lnF, double width, int samples, RandomStream& random) {
-  LogMeanExp mean;
-  for (int i = 0; i < samples; ++i) {
-    const double t = std::tan(std::numbers::pi * (random.Uniform() - 0.5));
-    mean.Add(lnF(width * t) + std::log(std::numbers::pi * width) + std::log1p(t * t));
-  }
-  return mean.Value();
-}
 
 CorrelationDistribution::CorrelationDistribution(const CoefficientScale& scale, double anchor,
                                                  LogFunction lnDensity, double width,
@@ -52,52 +13,35 @@ CorrelationDistribution::CorrelationDistribution(const CoefficientScale& scale, 
     : fScale(scale),
       fAnchor(anchor),
       fLnDensity(std::move(lnDensity)),
-      fQuadrature(quadrature),
       fIntegral(fLnDensity, width, quadrature),
       fMode(mode),
       fConverged(fIntegral.Result().fConverged) {
-  Tabulate();
   SetMoments();
+  Tabulate(quadrature.Tolerance());
 }
 
-void CorrelationDistribution::Tabulate() {
-  constexpr int kPanelsPerSide = 24;
-  const double peak = fIntegral.Peak();
-  for (const auto& [from, to] : {std::pair(fIntegral.Lower(), peak), {peak, fIntegral.Upper()}}) {
-    for (int i = 0; i < kPanelsPerSide; ++i) fvEdges.push_back(from + (to - from) * i / kPanelsPerSide);
-  }
-  fvEdges.push_back(fIntegral.Upper());
-  for (std::size_t i = 0; i + 1 < fvEdges.size(); ++i) {
-    const LogIntegral mass = fQuadrature.Integrate(fLnDensity, {fvEdges[i], fvEdges[i + 1]});
-    fConverged = fConverged && mass.fConverged;
-    fvMasses.push_back(std::exp(mass.fLogValue - LogNormaliser()));
-  }
-}
-
-// Mean and variance by way of the distance from the value at the peak: no digits are lost to its size.
+// By way of the distance from the value at the peak: no digits are lost to its size.
 void CorrelationDistribution::SetMoments() {
-  const double shift = MeanPower(1);
-  fMean = fScale.fValue(fAnchor + fIntegral.Peak()) + shift;
-  fVariance = MeanPower(2) - shift * shift;
+  const double peak = fIntegral.Peak();
+  const auto shift = [&](double d) { return fScale.fDifference(fAnchor + peak, d - peak); };
+  const double mean = fIntegral.MeanOf(shift);
+  const auto square = [&](double d) { return std::pow(shift(d) - mean, 2); };
+  fMean = fScale.fValue(fAnchor + peak) + mean;
+  fVariance = fIntegral.MeanOf(square);
 }
 
-double CorrelationDistribution::MeanPower(int power) {
-  const double peak = fIntegral.Peak();
-  const auto lnF = [&](double d) {
-    return fLnDensity(d) + power * std::log(std::abs(fScale.fDifference(fAnchor + peak, d - peak)));
-  };
-  const LogIntegral below = fQuadrature.Integrate(lnF, {fIntegral.Lower(), peak});
-  const LogIntegral above = fQuadrature.Integrate(lnF, {peak, fIntegral.Upper()});
-  fConverged = fConverged && below.fConverged && above.fConverged;
-  const double left = std::exp(below.fLogValue - LogNormaliser());
-  const double right = std::exp(above.fLogValue - LogNormaliser());
-  return power == 1 ? right - left : right + left;
+void CorrelationDistribution::Tabulate(double tolerance) {
+  constexpr double kRounding = 1e-9;
+  fvEdges = fIntegral.PanelEdges();
+  for (std::size_t i = 0; i + 1 < fvEdges.size(); ++i) {
+    fvMasses.push_back(MassBetween(fvEdges[i], fvEdges[i + 1]));
+  }
+  const double total = std::accumulate(fvMasses.begin(), fvMasses.end(), 0.0);
+  fConverged = fConverged && std::abs(total - 1) <= std::max(tolerance, kRounding);
 }
 
 double CorrelationDistribution::MassBetween(double from, double to) const {
-  if (from == to) return 0;
-  const double lnMass = fQuadrature.Integrate(fLnDensity, {from, to}).fLogValue;
-  return std::exp(lnMass - LogNormaliser());
+  return SmoothIntegral([this](double d) { return std::exp(fLnDensity(d) - LogNormaliser()); }, from, to);
 }
 
 // Panels are summed up to the one in which the tail ends; Newton's method, kept inside, finds the point.

@@ -7,34 +7,9 @@
 
 #include "component/numeric/CorrelationScale.h"
 #include "component/numeric/Distribution.h"
-#include "component/numeric/GaussLobatto.h"
-#include "component/numeric/RandomStream.h"
+#include "component/numeric/PeakedIntegral.h"
 
 namespace BayesComponent {
-
-// The integral over the real line of a function with one peak somewhere near 0 and tails that fall at least
-// exponentially.
-class PeakedIntegral {
- public:
-  // `width`: the rough width of the peak, which stands within a moderate multiple of it from 0.
-  PeakedIntegral(const LogFunction& lnF, double width, const GaussLobatto& quadrature);
-
-  const LogIntegral& Result() const { return fResult; }
-  double Peak() const { return fPeak; }
-  // Beyond these the function is below exp(-60) of its peak.
-  double Lower() const { return fLower; }
-  double Upper() const { return fUpper; }
-
- private:
-  LogIntegral fResult;
-  double fPeak;
-  double fLower;
-  double fUpper;
-};
-
-// ln of such an integral by importance sampling, `samples` >= 1 draws from a Cauchy distribution of this
-// width.
-double LogPeakedIntegral(const LogFunction& lnF, double width, int samples, RandomStream& random);
 
 class CorrelationDistribution : public Distribution {
  public:
@@ -53,20 +28,17 @@ class CorrelationDistribution : public Distribution {
 
   // ln of the integral of the density as it was given, over u.
   double LogNormaliser() const { return fIntegral.Result().fLogValue; }
-  // Whether all integrals behind the mean, the variance and the quantiles reached the tolerance.
+  // Whether the integrals behind the mean, the variance and the quantiles reached the tolerance.
   bool HasConverged() const { return fConverged; }
 
  private:
-  void Tabulate();
   void SetMoments();
-  double MeanPower(int power);
-  LogIntegral Integrate(const LogFunction& lnF, double from, double to) const;
+  void Tabulate(double tolerance);
   double MassBetween(double from, double to) const;
 
   CoefficientScale fScale;
   double fAnchor;
   LogFunction fLnDensity;
-  GaussLobatto fQuadrature;
   PeakedIntegral fIntegral;
   std::optional<double> fMode;
   double fMean = 0;

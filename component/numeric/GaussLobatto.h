@@ -38,6 +38,9 @@ class GaussLobatto {
   // The same for a function whose peak the caller knows.
   LogIntegral IntegrateAround(const LogFunction& lnF, double lower, double peak, double upper) const;
 
+  double Tolerance() const { return fTolerance; }
+  int MaxRefinements() const { return fMaxRefinements; }
+
  private:
   double fTolerance;
   int fMaxRefinements;

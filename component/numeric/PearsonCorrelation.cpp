@@ -127,11 +127,11 @@ std::unique_ptr<CorrelationDistribution> NormalisedProfileLikelihood(const Pears
 }
 
 LogIntegral LogBF01Jzs(const PearsonSample& sample, double rho0, const GaussLobatto& quadrature) {
-  constexpr double kBelowScale = 10;
-  constexpr double kAboveScale = 150;
   const double lnScale = std::log(sample.fN);
-  LogIntegral result =
-      quadrature.IntegrateUnimodal(JzsIntegrand(sample, rho0), lnScale - kBelowScale, lnScale + kAboveScale);
+  const auto lnF = [integrand = JzsIntegrand(sample, rho0), lnScale](double d) {
+    return integrand(lnScale + d);
+  };
+  LogIntegral result = PeakedIntegral(lnF, 1, quadrature).Result();
   result.fLogValue = -result.fLogValue;
   return result;
 }
