@@ -232,9 +232,13 @@ std::unique_ptr<ColumnStore> DataSet::SortColumn(int variable, const std::vector
   for (std::size_t begin = 0; begin < positions.size(); begin += stretch.size()) {
     CaseCursor cursor = MakeFileCursor({variable});
     cursor.SetRange(0, fCases);
-    for (std::size_t row = 0; cursor.Next(); ++row) {
-      const std::size_t place = positions[row] - begin;  // beyond every place for a case before the stretch
-      if (place < stretch.size()) stretch[place] = cursor.GetValues()[0];
+    std::size_t row = 0;
+    while (const std::size_t count = cursor.NextRun()) {
+      for (const double* value = cursor.GetRun(0); value != cursor.GetRun(0) + count; ++value) {
+        const std::size_t place =
+            positions[row++] - begin;  // beyond all places for a case before the stretch
+        if (place < stretch.size()) stretch[place] = *value;
+      }
     }
     const std::size_t end = std::min(stretch.size(), positions.size() - begin);
     for (std::size_t from = 0; from < end;) {

@@ -48,7 +48,7 @@ struct Message {
 struct Chart {
   std::string fTitle;
   std::string fTemplate;
-  std::string fVegaLite;  // a JSON document
+  std::string fVegaLite;  // a JSON document; empty when no reader wants it
   std::string fSvg;       // the same chart drawn; may be empty
 };
 
