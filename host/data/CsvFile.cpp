@@ -315,6 +315,20 @@ bool CsvFile::Fits(int column, std::string_view cell) const {
   return kind == CellKind::Boolean || TrimBlanks(cell) == "0" || TrimBlanks(cell) == "1";
 }
 
+void CsvFile::CheckInfinite(const std::vector<int>& columns) const {
+  for (CsvScanner scanner = OpenData(); scanner.Next();) {
+    for (const int column : columns) {
+      const std::string_view cell = scanner.GetCell(column);
+      const bool isNumber = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Number;
+      if (!isNumber || IsMissingWord(column, cell) || !IsTooLarge(cell, fDialect.fDecimal)) continue;
+      Refuse(scanner.GetLine(), column + 1,
+             QuoteCell(cell) +
+                 " is too large for a number: the largest is about 1.8e308. Correct the cell, or "
+                 "leave it empty.");
+    }
+  }
+}
+
 void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {
   for (CsvScanner scanner = OpenData(); scanner.Next();) {
     CheckRecord(scanner);

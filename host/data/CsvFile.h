@@ -26,6 +26,8 @@ class CsvFile : public TableSource {
 
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   std::string MakeQuery(const std::vector<int>& columns) const override;
+  // Refuses digits too large for a double; words for infinity are missing values.
+  void CheckInfinite(const std::vector<int>& columns) const override;
   // Reads the file again, up to the first record that is damaged or holds text in a numeric column.
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 

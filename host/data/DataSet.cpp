@@ -131,18 +131,22 @@ bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& st
 bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
   fpSource->Prepare();
   for (const int variable : variables) fvPools[static_cast<std::size_t>(variable)] = {};
+  bool isFinite = true;
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {
     if (stop && stop()) return false;
-    TakeRows(stream, variables, store);
+    isFinite &= TakeRows(stream, variables, store);
   }
   store.Finish();
+  if (!isFinite) fpSource->CheckInfinite(variables);
   return true;
 }
 
-void DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store) {
+// False when an infinite number was among them.
+bool DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store) {
   std::array<std::string_view, ColumnStore::kBlockRows> texts;
   const std::size_t rows = stream.CountRows();
+  bool isFinite = true;
   for (std::size_t from = 0; from < rows;) {
     const std::size_t count = std::min(rows - from, store.GetRoom());
     for (std::size_t i = 0; i < variables.size(); ++i) {
@@ -151,12 +155,13 @@ void DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& var
         stream.GetStrings(i, from, count, texts.data());
         EncodeStrings(texts.data(), count, fvPools[static_cast<std::size_t>(variables[i])], tail);
       } else {
-        stream.GetNumbers(i, from, count, tail);
+        isFinite &= stream.GetNumbers(i, from, count, tail);
       }
     }
     store.Advance(count);
     from += count;
   }
+  return isFinite;
 }
 
 // A string of blanks says as little as an empty one.

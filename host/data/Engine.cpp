@@ -159,17 +159,18 @@ std::size_t Engine::Stream::CountRows() const {
   return duckdb_data_chunk_get_size(fpState->fChunk);
 }
 
-void Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_t count,
+bool Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_t count,
                                 double* values) const {
   duckdb_vector vector = duckdb_data_chunk_get_vector(fpState->fChunk, column);
   const auto* data = static_cast<const double*>(duckdb_vector_get_data(vector)) + from;
   const std::uint64_t* validity = duckdb_vector_get_validity(vector);
+  bool isInfinite = false;
   for (std::size_t i = 0; i < count; ++i) {
-    values[i] = std::isfinite(data[i]) ? data[i] : MCCommon_850::MCMV::Missing();
+    const bool isValid = validity == nullptr || IsValid(validity, from + i);
+    isInfinite |= isValid && std::isinf(data[i]);
+    values[i] = isValid && std::isfinite(data[i]) ? data[i] : MCCommon_850::MCMV::Missing();
   }
-  for (std::size_t i = 0; validity != nullptr && i < count; ++i) {
-    if (!IsValid(validity, from + i)) values[i] = MCCommon_850::MCMV::Missing();
-  }
+  return !isInfinite;
 }
 
 void Engine::Stream::GetStrings(std::size_t column, std::size_t from, std::size_t count,
