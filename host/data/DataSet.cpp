@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/data/DataError.h"
+#include "host/files/TempFile.h"
 #include "platform/component/Common.h"
 
 namespace BayesHost {
@@ -31,10 +32,7 @@ constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
-  return {threads,
-          std::max(limits.fMemoryBytes / 2, least),
-          std::filesystem::temp_directory_path(),
-          {file.fPath}};
+  return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}};
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
     ...
     --- expect                   one line for each expectation
     args --seed 3                more arguments of the program
+    tmpdir NAME                  a file or folder of the case for temporary files; it may be none
     status 1                     exit status (0 when it isn't given)
     error 2:14 KEY | ARGUMENT | ...     a message: level, place (or -), key, its first arguments
     cell TITLE | ROW | COLUMN | 1.54    value of a cell, relative tolerance 1e-9; "text:..." for its text; "." for missing
@@ -291,7 +292,7 @@ class Expectations:
 
 def check(program, files, expect):
     """The expectations that the case doesn't meet, and what was seen."""
-    options = {"status": "0", "args": ""}
+    options = {"status": "0", "args": "", "tmpdir": ""}
     lines = []
     for line in expect:
         word, _, rest = line.partition(" ")
@@ -304,7 +305,8 @@ def check(program, files, expect):
             write(folder, heading, text)
 
         def start(arguments):
-            return reports.start(program, ["study.bay", *arguments], folder)
+            temporary = {"TMPDIR": str(pathlib.Path(folder, options["tmpdir"]))} if options["tmpdir"] else {}
+            return reports.start(program, ["study.bay", *arguments], folder, temporary)
 
         seen = Expectations(start, folder, options["args"].split())
         failed = []

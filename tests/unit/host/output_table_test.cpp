@@ -47,6 +47,16 @@ TEST(OutputTable, FindsCategoriesByParentKindAndIdentityNotByText) {
   EXPECT_THAT(table.GetDimensions()[0].GetLeaves(), ElementsAre(total, level, inner));
 }
 
+TEST(OutputTable, TablesOfOneDocumentShareTheirTexts) {
+  const auto pool = std::make_shared<BayesHost::TextPool>();
+  const PivotTable one(Text("Title"), Text("Title"), pool);
+  const PivotTable other(Text("Title"), TextOfIdentity("Title", "other"), pool);
+  EXPECT_EQ(&one.GetTitle(), &one.GetSubtype());
+  EXPECT_EQ(&one.GetTitle(), &other.GetTitle());
+  EXPECT_NE(&one.GetSubtype(), &other.GetSubtype()) << "alike, but of another meaning";
+  EXPECT_EQ(other.GetSubtype().fIdentity, "other");
+}
+
 TEST(OutputTable, CategoryStaysCurrentUntilItsDimensionGetsAnother) {
   PivotTable table = MakeTable();
   table.FindOrAdd(0, -1, Text("a"), false);
