@@ -203,7 +203,7 @@ class Correlation : public Analysis {
     if (sample.fN < kLeastCases) return kTooFewCasesForPair;
     if (sample.fHasConstant) return kConstantInPair;
     // Sums left the range of a double.
-    if (std::isnan(sample.fCoefficient)) return kBayesFactorFailed;
+    if (std::isnan(sample.fCoefficient)) return kNumericFailure;
     if (std::abs(sample.fCoefficient) >= 1 - kRounding) return kPerfectCorrelation;
     return {};
   }
@@ -212,7 +212,7 @@ class Correlation : public Analysis {
     const PairInference& inference = result.fInference;
     if (!inference.fPosterior) result.fStatuses.Warn(kNoPosteriorOfCounts);
     if (!inference.fPosteriorConverged) result.fStatuses.Warn(kIntegralNotConverged);
-    result.fPosterior = Characterise(inference.fPosterior.get(), fSettings.GetCILevel());
+    result.fPosterior = Characterise(inference.fPosterior.get(), fSettings.GetCILevel(), result.fStatuses);
     if (!sample.fIsDrawn) return;
     result.fCurves = DrawCurves(inference.fLikelihood, inference.fPosterior.get(), inference.fPrior);
   }

@@ -28,7 +28,7 @@ void CountInference::Append(const CountSample& sample, std::size_t test, CountCo
     }
     if (sample.fN > 0) curves = DrawCurves(fModel.LikelihoodOf(sample), posterior.get(), DensityOf(prior));
   }
-  columns.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel()));
+  columns.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel(), fStatuses));
   columns.fCurves.Append(curves);
 }
 

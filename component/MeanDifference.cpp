@@ -72,7 +72,7 @@ void MeanDifference::Append(const std::array<Moments, 2>& samples, int slot, Dat
   data.fvDFs.push_back(row.fDF);
   data.fvSigs.push_back(row.fSig);
   data.fvBayesFactors.push_back(row.fBayesFactor);
-  data.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel()));
+  data.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel(), fStatuses));
   data.fPosteriorCurves.Append(posterior ? DrawPosterior(*posterior) : Curve());
   for (std::size_t i = 0; i < 2; ++i) {
     data.fGroups[i].fLikelihoods.Append(curves[i].fLikelihood);

@@ -46,7 +46,7 @@ void NormalMean::Append(const Moments& sample, double roundingNoise, std::size_t
                 : MeanProfileLikelihood(data.fN, data.fMean, data.fN, data.fSumOfSquares);
     curves = DrawCurves(likelihood, inference.fPosterior.get(), PriorDensity(inference.fPrior));
   }
-  columns.fPosterior.Append(Characterise(inference.fPosterior.get(), fSettings.GetCILevel()));
+  columns.fPosterior.Append(Characterise(inference.fPosterior.get(), fSettings.GetCILevel(), fStatuses));
   columns.fCurves.Append(curves);
 }
 

@@ -17,10 +17,10 @@ bool Contains(const std::vector<int>& list, int value) {
   return std::find(list.begin(), list.end(), value) != list.end();
 }
 
-BayesEstimation EstimationOf(const Distribution* posterior, double level) {
+BayesEstimation EstimationOf(const Distribution* posterior, double level, StatusList& statuses) {
   BayesEstimation estimation;
   if (!posterior) return estimation;
-  const PosteriorRow row = Characterise(posterior, level);
+  const PosteriorRow row = Characterise(posterior, level, statuses);
   return {row.fMode, Shown(posterior->LowerQuantile(0.5)), row.fMean, row.fVariance, row.fLower, row.fUpper};
 }
 
@@ -120,7 +120,7 @@ BayesEstimation RegressionInference::Estimate(const Quantity& quantity) const {
   if (!fpPosterior || quantity.fTerms.size() == 0) return {};
   const auto posterior = quantity.fIsResponse ? fpPosterior->Response(quantity.fTerms)
                                               : fpPosterior->LinearFunction(quantity.fTerms);
-  return EstimationOf(posterior.get(), fSettings.GetCILevel());
+  return EstimationOf(posterior.get(), fSettings.GetCILevel(), fStatuses);
 }
 
 // The likelihood of a response is that of the data with it as one case more.
@@ -210,7 +210,7 @@ void RegressionInference::Report(Data& record) const {
   for (const CurveSet& curve : curves) record.fCoefficientCurves.Append(curve);
 
   const auto errorVariance = fpPosterior ? fpPosterior->ErrorVariance() : nullptr;
-  record.fErrorVariance = EstimationOf(errorVariance.get(), fSettings.GetCILevel());
+  record.fErrorVariance = EstimationOf(errorVariance.get(), fSettings.GetCILevel(), fStatuses);
   record.fErrorVarianceCurves = DrawErrorVariance();
   const Quantity response = PredictedResponse(record.fvPredictionPoint);
   record.fPredicted = Estimate(response);

@@ -47,7 +47,7 @@ Density DensityOf(const Distribution& distribution) {
 
 void Report(const LogIntegral& lnBayesFactor, StatusList& statuses) {
   if (std::isnan(lnBayesFactor.fLogValue)) {
-    statuses.Warn(kBayesFactorFailed);
+    statuses.Warn(kNumericFailure);
   } else if (!lnBayesFactor.fConverged) {
     statuses.Warn(kIntegralNotConverged);
   }
@@ -82,11 +82,14 @@ void AppendNoBayesFactor(LoggableColumns& columns) {
   columns.fvAreLogs.push_back(false);
 }
 
-PosteriorRow Characterise(const Distribution* posterior, double level) {
+PosteriorRow Characterise(const Distribution* posterior, double level, StatusList& statuses) {
   if (!posterior) return {kMissing, kMissing, kMissing, kMissing, kMissing};
   const double tail = (1 - level / 100) / 2;
-  return {Shown(posterior->Mode()), Shown(posterior->Mean()), Shown(posterior->Variance()),
-          Shown(posterior->LowerQuantile(tail)), Shown(posterior->UpperQuantile(tail))};
+  const std::optional<double> numbers[] = {posterior->Mode(), posterior->Mean(), posterior->Variance(),
+                                           posterior->LowerQuantile(tail), posterior->UpperQuantile(tail)};
+  const auto isLost = [](const std::optional<double>& number) { return number && !std::isfinite(*number); };
+  if (std::any_of(std::begin(numbers), std::end(numbers), isLost)) statuses.Warn(kNumericFailure);
+  return {Shown(numbers[0]), Shown(numbers[1]), Shown(numbers[2]), Shown(numbers[3]), Shown(numbers[4])};
 }
 
 Density FlatPrior() {

@@ -17,7 +17,7 @@ double Shown(double value);
 double Shown(const std::optional<double>& value);
 
 // A Bayes factor from its logarithm, held inside the range of the normal doubles. NaN is missing and raises
-// kBayesFactorFailed; an integral that didn't converge raises kIntegralNotConverged.
+// kNumericFailure; an integral that didn't converge raises kIntegralNotConverged.
 double BayesFactorOf(const LogIntegral& lnBayesFactor, StatusList& statuses);
 
 // The same for a record that can show logarithms: beyond +-700 it holds the logarithm and kBayesFactorIsLog
@@ -25,8 +25,9 @@ double BayesFactorOf(const LogIntegral& lnBayesFactor, StatusList& statuses);
 void AppendBayesFactor(const LogIntegral& lnBayesFactor, LoggableColumns& columns, StatusList& statuses);
 void AppendNoBayesFactor(LoggableColumns& columns);
 
-// `level`: of the credible interval, in percent. All missing without a posterior.
-PosteriorRow Characterise(const Distribution* posterior, double level);
+// `level`: of the credible interval, in percent. All missing without a posterior; a number that left the
+// range of a double is missing and raises kNumericFailure.
+PosteriorRow Characterise(const Distribution* posterior, double level, StatusList& statuses);
 
 using Density = std::function<double(double)>;
 

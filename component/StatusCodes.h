@@ -47,7 +47,7 @@ enum StatusCode : int {
   kNonparametricNeedsMargin = 410056,
   kTooManyParameters = 410057,  // for a Bayes factor
   kFullModelTooLarge = 410058,  // likewise
-  kBayesFactorFailed = 410059,
+  kNumericFailure = 410059,     // a Bayes factor or a posterior that broke down
 };
 
 }  // namespace BayesComponent
