@@ -177,13 +177,29 @@ Json CommandOf(const CommandOutput& command) {
           {"items", ItemsOf(command.GetItems())}};
 }
 
+// What is left of `room` beside a lower bound of the text's length; negative once it can't fit.
+std::ptrdiff_t RoomBeside(const Json& json, std::ptrdiff_t room) {
+  constexpr std::ptrdiff_t kQuotes = 2;
+  if (json.is_string()) return room - kQuotes - std::ssize(json.get_ref<const std::string&>());
+  if (!json.is_structured()) return room - 1;
+  room -= 1;  // brackets and commas are at least one more than the elements
+  for (const auto& element : json.items()) {
+    if (room < 0) break;
+    if (json.is_object()) room -= kQuotes + std::ssize(element.key());
+    room = RoomBeside(element.value(), room - 1);
+  }
+  return room;
+}
+
 // One line for whatever fits on it, so that a report can be read and compared line by line.
 void Print(const Json& json, std::size_t indent, std::ostream& out) {
   constexpr std::size_t kLineLength = 160;
-  const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace);
-  if (!json.is_structured() || line.size() + indent <= kLineLength) {
-    out << line;
-    return;
+  if (!json.is_structured() || RoomBeside(json, kLineLength) >= 0) {
+    const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    if (!json.is_structured() || line.size() + indent <= kLineLength) {
+      out << line;
+      return;
+    }
   }
   const std::string newLine = '\n' + std::string(indent + 1, ' ');
   const char* separator = "";
