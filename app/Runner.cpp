@@ -220,7 +220,7 @@ void Runner::CompleteHead() {
     BayesHost::DataOrigin origin;
     origin.fFile = data->GetFileName();
     origin.fBytes = data->GetFileBytes();
-    origin.fVariables = static_cast<std::uint64_t>(data->CountVariables());
+    origin.fVariables = static_cast<std::uint64_t>(data->CountFileVariables());
     try {
       if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();

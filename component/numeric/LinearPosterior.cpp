@@ -56,6 +56,13 @@ double NormalInverseGamma::LeverageOf(const Eigen::VectorXd& x) const {
   return fFactor.transpose().triangularView<Eigen::Lower>().solve(x).squaredNorm();
 }
 
+Eigen::MatrixXd NormalInverseGamma::SquaredScales() const {
+  const Eigen::Index q = fLocation.size();
+  const Eigen::MatrixXd inverse =
+      fFactor.triangularView<Eigen::Upper>().solve(Eigen::MatrixXd::Identity(q, q));
+  return SquaredScale() * inverse * inverse.transpose();
+}
+
 std::unique_ptr<Distribution> NormalInverseGamma::Student(double location, double variance) const {
   if (IsPoint()) return std::make_unique<PointDistribution>(location);
   return std::make_unique<StudentDistribution>(DF(), location, variance * SquaredScale());

@@ -1,14 +1,18 @@
 #include <exception>
+#include <memory>
 #include <optional>
+#include <system_error>
 
 #include "host/adapter/AdapterState.h"
 #include "host/adapter/RecordLayout.h"
 #include "host/adapter/SplitNames.h"
+#include "host/data/SavedColumns.h"
 #include "host/session/Session.h"
 
 using BayesHost::CaseCursor;
 using BayesHost::CaseFate;
 using BayesHost::DataSet;
+using BayesHost::kScoringPass;
 using BayesHost::Session;
 
 struct ACAProcDataSourceIter::Implementation {
@@ -22,6 +26,9 @@ struct ACAProcDataSourceIter::Implementation {
   bool NewSplit();
   void Advance();
   bool MakeRecord();
+  void BeginScoring();
+  void SaveInto(std::uint64_t position);
+  void FinishSaving();
   ACAInputAdapter::State& GetAdapterState() { return fAdapter.GetState(); }
 
   ACAInputAdapter& fAdapter;
@@ -33,6 +40,8 @@ struct ACAProcDataSourceIter::Implementation {
   std::optional<CaseCursor> fCursor;
   std::vector<double> fvRecord;
   MCCommon_850::Record fRecord;
+  std::unique_ptr<BayesHost::SavedColumns> fpSaved;  // in the scoring pass
+  bool fSaves = false;                               // nothing went wrong with them so far
 };
 
 namespace {
@@ -117,6 +126,7 @@ bool ACAProcDataSourceIter::Implementation::NewSplit() {
   const int next = GetAdapterState().fSplit + 1;
   if (next >= static_cast<int>(GetAdapterState().fvSplits.size())) {
     if (GetAdapterState().fNamesSplits) BayesHost::ForgetSplit();
+    FinishSaving();
     return false;
   }
   BeginSplit(next);
@@ -135,6 +145,7 @@ void ACAProcDataSourceIter::Implementation::Advance() {
     state.Accept();
     state.fHasRecord = true;
     fSplitEmpty = false;
+    if (fSaves) SaveInto(fCursor->GetPosition() - 1);
     return;
   }
   if (fSplitEmpty) fState = kNoValidCase;
@@ -147,6 +158,33 @@ bool ACAProcDataSourceIter::Implementation::MakeRecord() {
   fAdapter.RecodeMatrixSpecs(record);
   fAdapter.FillFreeVars(record);
   return fAdapter.PreprocessRecord(record);
+}
+
+void ACAProcDataSourceIter::Implementation::BeginScoring() {
+  if (fUsable) GetAdapterState().fPass = kScoringPass;
+  fpSaved = std::make_unique<BayesHost::SavedColumns>(*GetAdapterState().fpData);
+  fSaves = fUsable;
+}
+
+// To the record's case, which stands at this position of the order.
+void ACAProcDataSourceIter::Implementation::SaveInto(std::uint64_t position) {
+  try {
+    fpSaved->BeginCase(position);
+  } catch (const std::system_error& error) {
+    fSaves = false;
+    fSession.StoreError(error.what());
+  }
+}
+
+// What was interrupted, or ran into an error, gives no values at all.
+void ACAProcDataSourceIter::Implementation::FinishSaving() {
+  if (!fSaves || fSession.IsFatal()) return;
+  fSaves = false;
+  try {
+    fpSaved->Finish();
+  } catch (const std::system_error& error) {
+    fSession.StoreError(error.what());
+  }
 }
 
 ACAProcDataSourceIter::ACAProcDataSourceIter(ACAInputAdapter& adapter, bool readAhead)
@@ -173,6 +211,18 @@ void ACAProcDataSourceIter::Advance() {
 
 void ACAProcDataSourceIter::Restart() {
   if (fpImplementation->fUsable) fpImplementation->BeginPass(1);
+}
+
+void ACAProcDataSourceIter::NewPass(bool) {
+  if (fpImplementation->fUsable) fpImplementation->BeginPass(fpImplementation->GetAdapterState().fPass + 1);
+}
+
+void ACAProcDataSourceIter::SetLastPass() {
+  if (fpImplementation->GetAdapterState().fpData != nullptr) fpImplementation->BeginScoring();
+}
+
+ZARQ_InputCaseIterator* ACAProcDataSourceIter::GetProcDS() {
+  return fpImplementation->fpSaved.get();
 }
 
 const MCCommon_850::Record* ACAProcDataSourceIter::Current() const {

@@ -8,12 +8,12 @@
 
 using BayesHost::CaseFate;
 using BayesHost::DataSet;
+using BayesHost::kScoringPass;
 using BayesHost::RecordSlot;
 
 namespace {
 
 constexpr double kMissing = MCCommon_850::MCMV::Missing();
-constexpr int kScoringPass = 2;
 
 // The numbers that stand for a variable's user-missing values in its column.
 std::vector<double> FindUserMissing(const DataSet& data, int variable) {

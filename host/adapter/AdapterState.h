@@ -31,6 +31,9 @@ struct SplitData {
   CaseCounts fCounts;
 };
 
+// The pass in which cases take values.
+inline constexpr int kScoringPass = 2;
+
 enum class CaseFate { Uncounted, Dropped, Kept };
 
 }  // namespace BayesHost

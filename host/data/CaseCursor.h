@@ -25,6 +25,8 @@ class CaseCursor {
 
   // Cases [begin, end) of the order.
   void SetRange(std::uint64_t begin, std::uint64_t end);
+  // Of the case that comes next.
+  std::uint64_t GetPosition() const { return fPosition; }
   // To the next case; false at the end.
   bool Next();
   // One value for each column, in the order given. Valid until Next.
