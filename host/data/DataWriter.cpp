@@ -1,9 +1,9 @@
 #include "host/data/DataWriter.h"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
 #include <cerrno>
-#include <iterator>
 #include <numeric>
 #include <ostream>
 #include <system_error>
@@ -20,15 +20,21 @@ namespace BayesHost {
 namespace {
 
 // Blanks at an end are quoted because a reader may take them off; a lone blank line would be no record.
-void AppendText(std::string_view text, std::string& line) {
+void AppendText(std::string_view text, std::string& lines) {
   const bool plain = text.find_first_of(",\"\n\r\t;|") == std::string_view::npos && !text.starts_with(' ');
   if (plain) {
-    line += text;
+    lines += text;
     return;
   }
-  line += '"';
-  for (const char c : text) line.append(c == '"' ? 2 : 1, c);
-  line += '"';
+  lines += '"';
+  for (const char c : text) lines.append(c == '"' ? 2 : 1, c);
+  lines += '"';
+}
+
+// With as many digits as bring the same number back.
+void AppendNumber(double number, std::string& lines) {
+  char text[32];
+  lines.append(text, fmt::format_to(text, FMT_COMPILE("{}"), number));
 }
 
 class CsvWriter {
@@ -42,40 +48,47 @@ class CsvWriter {
     fData.Require(fvAll);
     fData.Load();
     for (const int variable : fvAll) {
-      if (variable > 0) fLine += ',';
-      AppendText(fData.GetVariable(variable).GetName(), fLine);
+      if (variable > 0) fLines += ',';
+      AppendText(fData.GetVariable(variable).GetName(), fLines);
     }
     EndLine();
     CaseCursor cursor = fData.MakeFileCursor(fvAll);
     cursor.SetRange(0, fData.CountCases());
     while (fOut && cursor.Next()) WriteCase(cursor.GetValues());
+    Flush();
   }
 
  private:
   void WriteCase(const double* values) {
     for (const int variable : fvAll) {
-      if (variable > 0) fLine += ',';
+      if (variable > 0) fLines += ',';
       const double value = values[variable];
       if (value == MCCommon_850::MCMV::Missing()) continue;
       if (fData.GetVariable(variable).IsString()) {
-        AppendText(fData.GetStrings(variable).Decode(value), fLine);
+        AppendText(fData.GetStrings(variable).Decode(value), fLines);
       } else {
-        fmt::format_to(std::back_inserter(fLine), "{}", value);
+        AppendNumber(value, fLines);
       }
     }
     EndLine();
   }
 
   void EndLine() {
-    fLine += '\n';
-    fOut << fLine;
-    fLine.clear();
+    fLines += '\n';
+    if (fLines.size() >= kPieceBytes) Flush();
   }
+
+  void Flush() {
+    fOut << fLines;
+    fLines.clear();
+  }
+
+  static constexpr std::size_t kPieceBytes = 1 << 16;
 
   DataSet& fData;
   std::ostream& fOut;
   std::vector<int> fvAll;
-  std::string fLine;
+  std::string fLines;  // not yet written
 };
 
 void SaveCsv(DataSet& data, const std::filesystem::path& target) {
