@@ -1,4 +1,6 @@
 // What a model leaves behind: predictions saved as variables, and the model itself in a file.
+#include <algorithm>
+
 #include "bayesian/BYSParser.h"
 #include "platform/host/Files.h"
 
@@ -21,26 +23,30 @@ constexpr SavedStatistic kSaved[BYSValidSpecs::kNSaveOptions] = {
 }  // namespace
 
 bool BYSParser::ProcessSaveSubCom(const SubComObj& subcommand) {
-  int count = 0;
   for (int option = 0; option < BYSValidSpecs::kNSaveOptions; ++option) {
-    if (ProcessSaveVar(subcommand, static_cast<BYSValidSpecs::SaveOptions>(option))) ++count;
+    if (!ProcessSaveVar(subcommand, static_cast<BYSValidSpecs::SaveOptions>(option))) return false;
   }
   const std::vector<std::string>& names = fSpecs.GetSaveVarNames();
   fSettings.SetComputeVarianceInScoring(!names[BYSValidSpecs::kVariance].empty() ||
                                         !names[BYSValidSpecs::kCIMeanPredL].empty() ||
                                         !names[BYSValidSpecs::kCIMeanPredU].empty());
-  fSpecs.SetMaxObsAdded(count);
+  const auto isSaved = [](const std::string& name) { return !name.empty(); };
+  fSpecs.SetMaxObsAdded(static_cast<int>(std::count_if(names.begin(), names.end(), isSaved)));
   return true;
 }
 
-// A bare keyword has its default root completed by a suffix; a name is taken as it is. True: it is to be
-// saved.
+// A bare keyword has its default root completed by a suffix; a name is taken as it is.
 bool BYSParser::ProcessSaveVar(const SubComObj& subcommand, BYSValidSpecs::SaveOptions option) {
   const SavedStatistic& saved = kSaved[option];
   const ParamObj* param = subcommand.getParamObj(saved.keyword);
-  if (param == nullptr) return false;
+  if (param == nullptr) return true;
   const Tokens& given = param->getTokenList();
-  fSpecs.GetSaveVarNames()[option] = given.empty() ? saved.root : given.front().GetText();
+  const std::string name = given.empty() ? saved.root : given.front().GetText();
+  if (name.empty()) {
+    fMessage.GenericError("Param ^1, subcom ^2, at least one value ...", saved.keyword, subcommand.getName());
+    return false;
+  }
+  fSpecs.GetSaveVarNames()[option] = name;
   fSpecs.GetSaveVarSuff()[option] = given.empty();
   fSpecs.GetSaveVarLabels()[option] = saved.label;
   fSpecs.GetSaveVarNotes()[option] = saved.label;

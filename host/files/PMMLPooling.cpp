@@ -68,6 +68,7 @@ std::vector<SplitField> ListSplitFields(const ProcedureDataSource& dataSource) {
 struct ZARQ_PMMLPooling::State {
   State(const ProcedureDataSource& dataSource, const std::string& name);
 
+  void AwaitDocument(const std::vector<const OBS*>& splitValues);
   void TakeDocument();
   void Write();
   // Runs an action that throws std::system_error; a failure is shown and gives the file up.
@@ -78,7 +79,7 @@ struct ZARQ_PMMLPooling::State {
   const ProcedureDataSource& fDataSource;
   std::string fName;  // as the command gives it
   BayesHost::TempNames fTempNames;
-  std::string fDocumentName;         // where the module writes, document after document
+  std::string fDocumentName;         // of the document on its way
   std::optional<OutputFile> fFile;   // nothing: given up
   std::optional<PmmlJoin> fJoin;     // with split files
   std::string fDocument;             // without
@@ -109,9 +110,19 @@ ZARQ_PMMLPooling::State::State(const ProcedureDataSource& dataSource, const std:
     : fDataSource(dataSource), fName(name) {
   Try([&] {
     fFile.emplace(BayesHost::ResolvePath(Session::Current().GetCommand(), name));
+    if (dataSource.IsSplitFile()) fJoin.emplace(ListSplitFields(dataSource));
+  });
+}
+
+// Each document has a file of its own: a file that is emptied and written again is slow where the system
+// brings it to the disk first.
+void ZARQ_PMMLPooling::State::AwaitDocument(const std::vector<const OBS*>& splitValues) {
+  if (!fFile) return;
+  Try([&] {
     fDocumentName = fTempNames.Make("bayes_model_");
     if (fDocumentName.empty()) throw std::system_error(errno, std::generic_category());
-    if (dataSource.IsSplitFile()) fJoin.emplace(ListSplitFields(dataSource));
+    fvValues = splitValues;
+    fIsAwaited = true;
   });
 }
 
@@ -120,7 +131,7 @@ void ZARQ_PMMLPooling::State::TakeDocument() {
   if (!std::exchange(fIsAwaited, false) || !fFile) return;
   Try([&] {
     std::string document = ReadAll(fDocumentName);
-    std::filesystem::resize_file(fDocumentName, 0);
+    std::filesystem::remove(fDocumentName);
     pugi::xml_document parsed;
     const bool whole =
         fJoin ? fJoin->Add(document, fvValues) : static_cast<bool>(parsed.load_string(document.c_str()));
@@ -147,8 +158,7 @@ ZARQ_PMMLPooling::~ZARQ_PMMLPooling() = default;
 
 void ZARQ_PMMLPooling::GetCurrentPMMLName(std::string& name, const std::vector<const OBS*>& splitValues) {
   fpState->TakeDocument();
-  fpState->fvValues = splitValues;
-  fpState->fIsAwaited = fpState->fFile.has_value();
+  fpState->AwaitDocument(splitValues);
   name = fpState->fIsAwaited ? fpState->fDocumentName : std::string();
 }
 

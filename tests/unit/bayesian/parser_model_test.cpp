@@ -140,6 +140,7 @@ TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
       {kAnova, "x BY s /PLOT MEANS=2", false, invalid},
       {kRegression, "x WITH y /FTEST INTERCEPT=FALSE", false, "error No F test effects subcom ^1 ..."},
       {kRegression, "x WITH y /FTEST LABEL='t' TESTVALUES=1", false, "error No F test effects subcom ^1 ..."},
+      {kAnova, "x BY y /SAVE MODE=''", false, "error Param ^1, subcom ^2, at least one value ..."},
       {kRegression, "x WITH y /OUTFILE MODEL='m.xml' PARAMETER='p.xml'", false,
        "error Host params ^1 and ^2 exclusive, subcom ^3 ..."},
   };
