@@ -35,6 +35,11 @@ void OnInterrupt(int signal) {
   interruptedSession->Interrupt();
 }
 
+BayesHost::ChartUse FindChartUse(const Request& request) {
+  if (!request.fChartFolder.empty() || request.fFormat == Format::Html) return BayesHost::ChartUse::Drawing;
+  return request.fFormat == Format::Json ? BayesHost::ChartUse::Document : BayesHost::ChartUse::Title;
+}
+
 BayesHost::RunOptions MakeOptions(const Request& request) {
   BayesHost::RunOptions options;
   options.fSeed = request.fSeed;
@@ -42,6 +47,7 @@ BayesHost::RunOptions MakeOptions(const Request& request) {
   options.fMemoryBytes = request.fMemoryBytes == 0 ? kDefaultMemory : request.fMemoryBytes;
   options.fProgress = !request.fQuiet;
   options.fVersion = kVersion;
+  options.fChartUse = FindChartUse(request);
   options.fChartStyle = request.fChartStyle;
   options.fParserMode =
       request.fAction == Action::Check ? BayesHost::ParserMode::Check : BayesHost::ParserMode::Run;

@@ -2,11 +2,9 @@
 #include <limits>
 
 #include "host/adapter/AdapterState.h"
-#include "host/adapter/RecordLayout.h"
 #include "host/session/Session.h"
 
 using BayesHost::Categories;
-using BayesHost::RecordSlot;
 
 namespace {
 
@@ -29,8 +27,8 @@ int ACAInputAdapter::GetRecordSize() const {
 // In pass 0 a category is learnt only when its case is accepted; until then its code is the next one.
 void ACAInputAdapter::EncodeCatVars(double* record) {
   for (const int slot : fpState->fVarSpecs.GetRecCatVars()) {
-    const double value = fpState->fvCase[Index(slot)];
-    const Categories& categories = fpState->GetSplit().fvCategories[Index(slot)];
+    const double value = fpState->GetValue(slot);
+    const Categories& categories = *fpState->FindCategories(slot);
     const int code = value == kMissing ? -1 : categories.Find(value);
     const bool isNew = code < 0 && fpState->fPass == 0;
     record[slot] = value == kMissing ? kMissing : isNew ? categories.Count() : code;
@@ -38,10 +36,7 @@ void ACAInputAdapter::EncodeCatVars(double* record) {
 }
 
 void ACAInputAdapter::GetContVars(double* record) {
-  const std::vector<RecordSlot>& slots = fpState->fVarSpecs.GetState().fvSlots;
-  for (std::size_t i = 0; i < slots.size(); ++i) {
-    if (!slots[i].fCategorical) record[i] = fpState->fvCase[i];
-  }
+  for (const int slot : fpState->GetNumericSlots()) record[slot] = fpState->GetValue(slot);
 }
 
 // No record of this host holds matrix specifications.
@@ -52,10 +47,7 @@ bool ACAInputAdapter::HandleBadMatrixSpec(int, const std::vector<int>*) {
 }
 
 void ACAInputAdapter::FillFreeVars(double* record) {
-  const std::vector<RecordSlot>& slots = fpState->fVarSpecs.GetState().fvSlots;
-  for (std::size_t i = 0; i < slots.size(); ++i) {
-    if (slots[i].IsFree()) record[i] = kMissing;
-  }
+  for (const int slot : fpState->GetFreeSlots()) record[slot] = kMissing;
 }
 
 bool ACAInputAdapter::PreprocessCase() {
@@ -84,30 +76,34 @@ int ACAInputAdapter::GetCurrentPass() const {
 }
 
 int ACAInputAdapter::GetRecordCatVarSize(int slot) const {
-  return fpState->GetSplit().fvCategories[Index(slot)].Count();
+  const Categories* const categories = fpState->FindCategories(slot);
+  return categories == nullptr ? 0 : categories->Count();
 }
 
 void ACAInputAdapter::ReorderRecordCats(int slot, bool ascending) {
-  fpState->GetSplit().fvCategories[Index(slot)].Sort(ascending);
+  if (Categories* const categories = fpState->FindCategories(slot)) categories->Sort(ascending);
 }
 
 int ACAInputAdapter::EncodeRecordCatValue(int slot, const OBS& value, bool& notFound, bool) const {
   const int variable = fpState->fVarSpecs.GetZARQVarIndex(slot);
   const double number = variable < 0 ? kMissing : fpState->fpData->Encode(variable, value);
-  const int code = number == kMissing ? -1 : fpState->GetSplit().fvCategories[Index(slot)].Find(number);
+  const Categories* const categories = fpState->FindCategories(slot);
+  const int code = number == kMissing || categories == nullptr ? -1 : categories->Find(number);
   notFound = code < 0;
   return code;
 }
 
 const OBS* ACAInputAdapter::DecodeRecordCatValue(int slot, int code) const {
-  return fpState->GetSplit().fvCategories[Index(slot)].Decode(code);
+  const Categories* const categories = fpState->FindCategories(slot);
+  return categories == nullptr ? nullptr : categories->Decode(code);
 }
 
 double ACAInputAdapter::GetRecordVarMin(int slot) const {
-  return fpState->GetSplit().fvRanges[Index(slot)].fMin;
+  const BayesHost::SplitData& split = fpState->GetSplit();
+  return split.fvLargest[Index(slot)] == kMissing ? kMissing : split.fvSmallest[Index(slot)];
 }
 double ACAInputAdapter::GetRecordVarMax(int slot) const {
-  return fpState->GetSplit().fvRanges[Index(slot)].fMax;
+  return fpState->GetSplit().fvLargest[Index(slot)];
 }
 
 int ACAInputAdapter::GetWeightAdjType() const {

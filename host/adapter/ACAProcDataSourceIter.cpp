@@ -1,60 +1,24 @@
 #include <exception>
 #include <memory>
-#include <optional>
 #include <system_error>
 
-#include "host/adapter/AdapterState.h"
 #include "host/adapter/RecordLayout.h"
+#include "host/adapter/RecordReader.h"
 #include "host/adapter/SplitNames.h"
-#include "host/data/SavedColumns.h"
 #include "host/session/Session.h"
 
-using BayesHost::CaseCursor;
 using BayesHost::CaseFate;
 using BayesHost::DataSet;
 using BayesHost::kScoringPass;
 using BayesHost::Session;
 
-struct ACAProcDataSourceIter::Implementation {
-  Implementation(ACAInputAdapter& adapter, bool readAhead);
-  ~Implementation();
-
-  bool Load();
-  void LookAhead();
-  void BeginPass(int pass);
-  void BeginSplit(int split);
-  bool NewSplit();
-  void Advance();
-  bool MakeRecord();
-  void BeginScoring();
-  void SaveInto(std::uint64_t position);
-  void FinishSaving();
-  ACAInputAdapter::State& GetAdapterState() { return fAdapter.GetState(); }
-
-  ACAInputAdapter& fAdapter;
-  Session& fSession;
-  State fState = kReady;
-  bool fUsable = false;      // there are splits to walk
-  bool fSplitBegun = false;  // the next split was begun by looking ahead
-  bool fSplitEmpty = true;   // no record of this split so far
-  std::optional<CaseCursor> fCursor;
-  std::vector<double> fvRecord;
-  MCCommon_850::Record fRecord;
-  std::unique_ptr<BayesHost::SavedColumns> fpSaved;  // in the scoring pass
-  bool fSaves = false;                               // nothing went wrong with them so far
-};
-
-namespace {
-
-std::vector<int> ListVariables(const ACAVarValidSpecs::State& layout) {
+std::vector<int> BayesHost::ListVariables(const ACAVarValidSpecs::State& layout) {
   std::vector<int> variables;
-  for (const BayesHost::RecordSlot& slot : layout.fvSlots) {
+  for (const RecordSlot& slot : layout.fvSlots) {
     if (!slot.IsFree()) variables.push_back(slot.fVariable);
   }
   return variables;
 }
-
-}  // namespace
 
 ACAProcDataSourceIter::Implementation::Implementation(ACAInputAdapter& adapter, bool readAhead)
     : fAdapter(adapter), fSession(Session::Current()) {
@@ -62,6 +26,8 @@ ACAProcDataSourceIter::Implementation::Implementation(ACAInputAdapter& adapter, 
   if (state.fpData == nullptr) fState = kNoCase;
   if (state.fpData == nullptr || !Load()) return;
   state.Prepare();
+  fHasCategories = !state.fVarSpecs.GetRecCatVars().empty();
+  fHasFreeSlots = !state.GetFreeSlots().empty();
   fvRecord.resize(static_cast<std::size_t>(fAdapter.GetRecordSize()));
   fRecord.fValues = fvRecord.data();
   fUsable = state.fpData->CountCases() > 0;
@@ -79,7 +45,7 @@ ACAProcDataSourceIter::Implementation::~Implementation() {
 // end.
 bool ACAProcDataSourceIter::Implementation::Load() {
   DataSet& data = *GetAdapterState().fpData;
-  const std::vector<int> variables = ListVariables(GetAdapterState().fVarSpecs.GetState());
+  const std::vector<int> variables = BayesHost::ListVariables(GetAdapterState().fVarSpecs.GetState());
   try {
     data.Require(variables);
     if (!data.Load([this] { return fSession.IsInterrupted(); })) return false;
@@ -112,6 +78,7 @@ void ACAProcDataSourceIter::Implementation::BeginSplit(int split) {
   state.EnterSplit(split);
   if (state.fNamesSplits) BayesHost::NameSplit(*state.fpData, group);
   fCursor->SetRange(group.fBegin, group.fEnd);
+  fRunCases = fNextOfRun = 0;
   fState = kReady;
   fSplitEmpty = true;
   fAdapter.PrepareNewSplit();
@@ -137,26 +104,34 @@ bool ACAProcDataSourceIter::Implementation::NewSplit() {
 void ACAProcDataSourceIter::Implementation::Advance() {
   ACAInputAdapter::State& state = GetAdapterState();
   state.fHasRecord = false;
-  while (!fSession.IsInterrupted() && fCursor->Next()) {
-    const CaseFate fate = state.TakeCase(fCursor->GetValues());
+  while (fNextOfRun < fRunCases || TakeRun()) {
+    const CaseFate fate = state.EnterCase(fNextOfRun++);
     if (fate == CaseFate::Uncounted || !fAdapter.PreprocessCase()) continue;
     if (fate == CaseFate::Dropped) state.CountDropped();
     if (fate == CaseFate::Dropped || !MakeRecord()) continue;
     state.Accept();
     state.fHasRecord = true;
     fSplitEmpty = false;
-    if (fSaves) SaveInto(fCursor->GetPosition() - 1);
+    if (fSaves) SaveInto(GetPosition());
     return;
   }
   if (fSplitEmpty) fState = kNoValidCase;
 }
 
+bool ACAProcDataSourceIter::Implementation::TakeRun() {
+  fNextOfRun = 0;
+  fRunBegin = fCursor->GetPosition();
+  fRunCases = fSession.IsInterrupted() ? 0 : fCursor->NextRun();
+  if (fRunCases > 0) GetAdapterState().TakeRun(*fCursor, fRunCases);
+  return fRunCases > 0;
+}
+
+// A step that has no slots to work on is left out; no record of this host holds matrix specifications.
 bool ACAProcDataSourceIter::Implementation::MakeRecord() {
   double* record = fvRecord.data();
-  fAdapter.EncodeCatVars(record);
+  if (fHasCategories) fAdapter.EncodeCatVars(record);
   fAdapter.GetContVars(record);
-  fAdapter.RecodeMatrixSpecs(record);
-  fAdapter.FillFreeVars(record);
+  if (fHasFreeSlots) fAdapter.FillFreeVars(record);
   return fAdapter.PreprocessRecord(record);
 }
 

@@ -2,20 +2,16 @@
 // ACAInputAdapter, shared with the iterators that drive it.
 #pragma once
 
+#include <cstring>
 #include <vector>
 
+#include "host/adapter/CaseRows.h"
 #include "host/adapter/Categories.h"
 #include "host/data/DataSet.h"
 #include "platform/component/Common.h"
 #include "platform/host/Adapter.h"
 
 namespace BayesHost {
-
-struct ValueRange {
-  double fMin = MCCommon_850::MCMV::Missing();
-  double fMax = MCCommon_850::MCMV::Missing();
-  void Add(double value);
-};
 
 struct CaseCounts {
   double fValid = 0;
@@ -24,17 +20,15 @@ struct CaseCounts {
   double fWeightedDropped = 0;
 };
 
-// Categories and ranges are learnt in pass 0 and stay; counts are those of the split's last reading.
+// Categories and ranges are learnt in pass 0 and stay; counts are those of the split's last reading. There
+// may be a hundred thousand splits: nothing is kept here for a slot that needs nothing.
 struct SplitData {
-  std::vector<Categories> fvCategories;  // by slot; empty for numeric and free slots
-  std::vector<ValueRange> fvRanges;      // by slot
+  std::vector<Categories> fvCategories;  // of the categorical slots, in their order
+  // By slot; smallest above largest when there is no value.
+  std::vector<double> fvSmallest;
+  std::vector<double> fvLargest;
   CaseCounts fCounts;
 };
-
-// The pass in which cases take values.
-inline constexpr int kScoringPass = 2;
-
-enum class CaseFate { Uncounted, Dropped, Kept };
 
 }  // namespace BayesHost
 
@@ -51,24 +45,57 @@ struct ACAInputAdapter::State {
   std::vector<const OBS*> fvSplitValues;
   bool fHasRecord = false;  // kept by the iterator: the current split has a record at hand
 
-  // The current case by slot: numbers, and for categorical slots the numbers that Categories knows. What the
-  // slot's rules call missing is the missing value.
-  std::vector<double> fvCase;
-  double fWeight = 1;
-  std::vector<std::vector<double>> fvUserMissing;  // by slot
-
   // Sizes everything by the slots and the data's splits: once the data are loaded.
   void Prepare();
   BayesHost::SplitData& GetSplit() { return fvSplits[static_cast<std::size_t>(fSplit)]; }
+  // Null for a slot that isn't categorical.
+  BayesHost::Categories* FindCategories(int slot);
   void EnterSplit(int split);
-  // Takes a case from the columns (one value for each slot that has a variable, in slot order): weight, then
-  // the missing rules.
-  BayesHost::CaseFate TakeCase(const double* values);
+  // Takes the cursor's run of `count` cases.
+  void TakeRun(const BayesHost::CaseCursor& cursor, std::size_t count) { fRows.Take(cursor, count, fPass); }
+  // Makes a case of the run the current one.
+  BayesHost::CaseFate EnterCase(std::size_t place);
+  double GetValue(int slot) const { return fpCase[slot]; }
+  // Whether a record holds just the current case's values, to the last bit.
+  bool IsCase(const double* record) const;
+  const std::vector<int>& GetNumericSlots() const { return fvNumeric; }
+  const std::vector<int>& GetFreeSlots() const { return fvFree; }
   void Accept();
   void CountDropped();
 
  private:
-  bool TakeWeight(double weight);
-  bool IsMissing(std::size_t slot, double value) const;
+  void PrepareSlots();
   void Learn(BayesHost::SplitData& split);
+
+  std::vector<int> fvNumeric;  // slots, free ones among them
+  std::vector<int> fvFree;
+  std::vector<int> fvPlaceOfCategories;  // by slot
+  int fWeightSlot = -1;
+  BayesHost::CaseRows fRows;
+  const double* fpCase = nullptr;
+  double fWeight = 1;
 };
+
+// Called for every case.
+
+inline BayesHost::CaseFate ACAInputAdapter::State::EnterCase(std::size_t place) {
+  fpCase = fRows.GetRow(place);
+  fWeight = fWeightSlot < 0 ? 1 : fpCase[fWeightSlot];
+  return fRows.GetFate(place);
+}
+
+inline bool ACAInputAdapter::State::IsCase(const double* record) const {
+  return std::memcmp(record, fpCase, fvPlaceOfCategories.size() * sizeof(double)) == 0;
+}
+
+inline void ACAInputAdapter::State::CountDropped() {
+  GetSplit().fCounts.fDropped += 1;
+  GetSplit().fCounts.fWeightedDropped += fWeight;
+}
+
+inline void ACAInputAdapter::State::Accept() {
+  BayesHost::SplitData& split = GetSplit();
+  split.fCounts.fValid += 1;
+  split.fCounts.fWeightedValid += fWeight;
+  if (fPass == 0) Learn(split);
+}

@@ -7,21 +7,20 @@
 namespace BayesHost {
 
 int Categories::Find(double value) const {
-  const auto place = fPlaces.find(value);
-  return place == fPlaces.end() ? -1 : fvCodeOfPlace[place->second];
+  const int place = fPlaces.Find(value);
+  return place < 0 ? -1 : fvCodeOfPlace[static_cast<std::size_t>(place)];
 }
 
 void Categories::Add(double value, const OBS& shown) {
-  const std::size_t place = fValues.size();
-  fPlaces.emplace(value, place);
-  fValues.push_back(shown);
-  fvPlaceOfCode.push_back(place);
-  fvCodeOfPlace.push_back(static_cast<int>(place));
+  const int place = fPlaces.Add(value);
+  fvValues.push_back(std::make_unique<const OBS>(shown));
+  fvPlaceOfCode.push_back(static_cast<std::size_t>(place));
+  fvCodeOfPlace.push_back(place);
 }
 
 void Categories::Sort(bool ascending) {
   std::sort(fvPlaceOfCode.begin(), fvPlaceOfCode.end(), [&](std::size_t a, std::size_t b) {
-    return ascending ? IsLess(fValues[a], fValues[b]) : IsLess(fValues[b], fValues[a]);
+    return ascending ? IsLess(*fvValues[a], *fvValues[b]) : IsLess(*fvValues[b], *fvValues[a]);
   });
   for (std::size_t code = 0; code < fvPlaceOfCode.size(); ++code) {
     fvCodeOfPlace[fvPlaceOfCode[code]] = static_cast<int>(code);
@@ -30,7 +29,7 @@ void Categories::Sort(bool ascending) {
 
 const OBS* Categories::Decode(int code) const {
   if (code < 0 || code >= Count()) return nullptr;
-  return &fValues[fvPlaceOfCode[static_cast<std::size_t>(code)]];
+  return fvValues[fvPlaceOfCode[static_cast<std::size_t>(code)]].get();
 }
 
 }  // namespace BayesHost

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <deque>
-#include <unordered_map>
+#include <memory>
 #include <vector>
 
+#include "host/data/ValueNumbers.h"
 #include "platform/host/Data.h"
 
 namespace BayesHost {
@@ -13,7 +13,7 @@ namespace BayesHost {
 // first the order of appearance.
 class Categories {
  public:
-  int Count() const { return static_cast<int>(fValues.size()); }
+  int Count() const { return static_cast<int>(fvValues.size()); }
   // Code of a value, -1 when it isn't among the categories.
   int Find(double value) const;
   // A value that Find doesn't know gets the next code.
@@ -24,8 +24,8 @@ class Categories {
   const OBS* Decode(int code) const;
 
  private:
-  std::unordered_map<double, std::size_t> fPlaces;  // by value: place of appearance
-  std::deque<OBS> fValues;                          // by place
+  ValueNumbers fPlaces;                              // of appearance
+  std::vector<std::unique_ptr<const OBS>> fvValues;  // by place
   std::vector<std::size_t> fvPlaceOfCode;
   std::vector<int> fvCodeOfPlace;
 };

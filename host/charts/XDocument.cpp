@@ -35,6 +35,10 @@ Json RowsOf(const VarDataProcessor::State& data) {
   return rows;
 }
 
+bool IsWanted(BayesHost::ChartUse use) {
+  return BayesHost::Session::Current().GetOptions().fChartUse >= use;
+}
+
 // A document that goes beyond what can be drawn here is still a chart: other tools draw it.
 std::string DrawOrWarn(const std::string& document, const std::string& title) {
   try {
@@ -68,6 +72,7 @@ void XDocument::SetDescription(const ChartString& title) {
 }
 
 void XDocument::SetChartData(const VarDataProcessor& data) {
+  if (!IsWanted(BayesHost::ChartUse::Document)) return;
   fpState->fDocument["datasets"][data.GetState().fDataSource] = RowsOf(data.GetState());
 }
 
@@ -78,8 +83,9 @@ void XDocument::applyCTemplate(const std::string& name) {
 
 void XDocument::SendChart() {
   if (fpState->fIsEmpty) return;
-  const std::string text = fpState->fDocument.dump(-1, ' ', false, Json::error_handler_t::replace);
-  const std::string drawing = DrawOrWarn(text, fpState->fTitle);
-  BayesHost::Session::Current().GetOutput().Add(
-      BayesHost::Chart{fpState->fTitle, fpState->fTemplate, text, drawing});
+  BayesHost::Chart chart{fpState->fTitle, fpState->fTemplate, {}, {}};
+  if (IsWanted(BayesHost::ChartUse::Document))
+    chart.fVegaLite = fpState->fDocument.dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (IsWanted(BayesHost::ChartUse::Drawing)) chart.fSvg = DrawOrWarn(chart.fVegaLite, chart.fTitle);
+  BayesHost::Session::Current().GetOutput().Add(std::move(chart));
 }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 
@@ -20,6 +21,16 @@ struct XViZTemplate::State {
 namespace {
 
 constexpr const char* kCompositions[] = {"layer", "vconcat", "hconcat"};
+
+constexpr const char* kNoDocument = "{}";
+
+// A run fills few templates, each for every variable and split.
+const Json& ParseTemplate(const std::string& text) {
+  thread_local std::map<std::string, Json> parsed;
+  const auto [known, isNew] = parsed.try_emplace(text);
+  if (isNew) known->second = Json::parse(text, nullptr, false);
+  return known->second;
+}
 
 using Labels = std::vector<std::pair<std::string, std::string>>;
 
@@ -95,13 +106,15 @@ void XViZTemplate::addLabel(const std::string& placeholder, const ChartString& t
 
 std::string XViZTemplate::GetFilledText() const {
   if (fpState->fText.empty()) return "";
-  Json document = Json::parse(fpState->fText, nullptr, false);
+  Json document = ParseTemplate(fpState->fText);
   if (!document.is_object()) {
     BayesHost::Session::Current().StoreError(
         BayesHost::ShowKey(BayesHost::kHostChartTemplate, {fpState->fName}).fText);
     return "";
   }
   if (!KeepSeries(document, fpState->fSeries)) return "";
+  const BayesHost::RunOptions& options = BayesHost::Session::Current().GetOptions();
+  if (options.fChartUse == BayesHost::ChartUse::Title) return kNoDocument;
   FillLabels(document, fpState->fvLabels);
   return document.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

@@ -1,6 +1,6 @@
 #include "host/data/BlockStore.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace BayesHost {
 
@@ -8,18 +8,25 @@ BlockStore::BlockStore(MemoryBudget& budget, std::size_t blockSize)
     : fBudget(budget), fBlockSize(blockSize) {}
 
 BlockStore::~BlockStore() {
-  fBudget.Release(fvMemory.size() * fBlockSize * sizeof(double));
+  const std::size_t reserved = fvMemory.size() + (fOpenStays ? 1 : 0);
+  fBudget.Release(reserved * fBlockSize * sizeof(double));
 }
 
-void BlockStore::Append(const double* block) {
-  const std::size_t bytes = fBlockSize * sizeof(double);
-  if (!IsSpilled() && fBudget.Reserve(bytes)) {
-    fvMemory.push_back(std::make_unique_for_overwrite<double[]>(fBlockSize));
-    std::copy_n(block, fBlockSize, fvMemory.back().get());
+// Once a block is in the file all later ones go there, through the same room.
+double* BlockStore::Open() {
+  if (!fOpenStays && !IsSpilled()) fOpenStays = fBudget.Reserve(fBlockSize * sizeof(double));
+  if (!fpOpen) fpOpen = std::make_unique_for_overwrite<double[]>(fBlockSize);
+  return fpOpen.get();
+}
+
+void BlockStore::Close() {
+  if (std::exchange(fOpenStays, false)) {
+    fvMemory.push_back(std::move(fpOpen));
     return;
   }
+  const std::size_t bytes = fBlockSize * sizeof(double);
   if (!fpFile) fpFile = std::make_unique<TempFile>();
-  fpFile->Write(std::uint64_t{fSpilled} * bytes, block, bytes);
+  fpFile->Write(std::uint64_t{fSpilled} * bytes, fpOpen.get(), bytes);
   ++fSpilled;
 }
 

@@ -38,8 +38,10 @@ class BlockStore {
   std::size_t CountBlocks() const { return fvMemory.size() + fSpilled; }
   bool IsSpilled() const { return fSpilled > 0; }
 
-  // Copies a block of GetBlockSize() doubles to the end.
-  void Append(const double* block);
+  // Room for the next block, GetBlockSize() doubles, to be filled before Close adds it to the list. Asked for
+  // again before Close, it is the same room.
+  double* Open();
+  void Close();
   // `count` doubles of a block from position `from` on: the store's own memory, or `buffer` (room for `count`
   // doubles), filled from the file.
   const double* Read(std::size_t block, std::size_t from, std::size_t count, double* buffer) const;
@@ -48,6 +50,8 @@ class BlockStore {
   MemoryBudget& fBudget;
   std::size_t fBlockSize;
   std::vector<std::unique_ptr<double[]>> fvMemory;
+  std::unique_ptr<double[]> fpOpen;
+  bool fOpenStays = false;  // in memory; else it goes to the file
   std::unique_ptr<TempFile> fpFile;
   std::size_t fSpilled = 0;
 };

@@ -1,5 +1,7 @@
 #include "host/data/CaseCursor.h"
 
+#include <algorithm>
+
 #include "host/data/SplitIndex.h"
 
 namespace BayesHost {
@@ -17,11 +19,17 @@ void CaseCursor::SetRange(std::uint64_t begin, std::uint64_t end) {
   fEnd = end;
 }
 
+std::size_t CaseCursor::NextRun() {
+  if (fPosition == fEnd) return 0;
+  fRunBegin = OpenBlockAt(fPosition);
+  const std::size_t count = std::min<std::uint64_t>(ColumnStore::kBlockRows - fRunBegin, fEnd - fPosition);
+  fPosition += count;
+  return count;
+}
+
 bool CaseCursor::Next() {
   if (fPosition == fEnd) return false;
-  const std::uint64_t block = fPosition / ColumnStore::kBlockRows;
-  if (block != fBlock) OpenBlock(block);
-  const std::size_t row = fPosition % ColumnStore::kBlockRows;
+  const std::size_t row = OpenBlockAt(fPosition);
   ++fPosition;
   for (std::size_t i = 0; i < fvColumns.size(); ++i) fvValues[i] = fvColumns[i].fpBlock[row];
   return true;
@@ -31,11 +39,17 @@ std::uint64_t CaseCursor::GetRow() const {
   return fpIndex == nullptr ? fPosition - 1 : fpIndex->GetRow(fPosition - 1);
 }
 
-void CaseCursor::OpenBlock(std::uint64_t block) {
-  fBlock = block;
-  for (Column& column : fvColumns) {
-    column.fpBlock = column.fPlace.fpStore->ReadColumn(block, column.fPlace.fColumn, column.fvBuffer.data());
+// The place of the position in its block.
+std::size_t CaseCursor::OpenBlockAt(std::uint64_t position) {
+  const std::uint64_t block = position / ColumnStore::kBlockRows;
+  if (block != fBlock) {
+    for (Column& column : fvColumns) {
+      column.fpBlock =
+          column.fPlace.fpStore->ReadColumn(block, column.fPlace.fColumn, column.fvBuffer.data());
+    }
   }
+  fBlock = block;
+  return position % ColumnStore::kBlockRows;
 }
 
 }  // namespace BayesHost

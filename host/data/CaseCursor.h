@@ -27,7 +27,11 @@ class CaseCursor {
   void SetRange(std::uint64_t begin, std::uint64_t end);
   // Of the case that comes next.
   std::uint64_t GetPosition() const { return fPosition; }
-  // To the next case; false at the end.
+  // To the next cases that lie together, some 2,000 at most: their number, 0 at the end.
+  std::size_t NextRun();
+  // The values of one of the columns for these cases. Valid until NextRun.
+  const double* GetRun(std::size_t column) const { return fvColumns[column].fpBlock + fRunBegin; }
+  // To the next case, one by one; false at the end.
   bool Next();
   // One value for each column, in the order given. Valid until Next.
   const double* GetValues() const { return fvValues.data(); }
@@ -42,7 +46,7 @@ class CaseCursor {
   };
   static constexpr std::uint64_t kNoBlock = std::numeric_limits<std::uint64_t>::max();
 
-  void OpenBlock(std::uint64_t block);
+  std::size_t OpenBlockAt(std::uint64_t position);
 
   std::vector<Column> fvColumns;
   const SplitIndex* fpIndex;
@@ -50,6 +54,7 @@ class CaseCursor {
   std::uint64_t fPosition = 0;
   std::uint64_t fEnd = 0;
   std::uint64_t fBlock = kNoBlock;
+  std::size_t fRunBegin = 0;  // place in the block
 };
 
 }  // namespace BayesHost

@@ -3,22 +3,17 @@
 namespace BayesHost {
 
 ColumnStore::ColumnStore(MemoryBudget& budget, int columns)
-    : fColumns(columns),
-      fBlocks(budget, static_cast<std::size_t>(columns) * kBlockRows),
-      fvTail(fBlocks.GetBlockSize()) {}
+    : fColumns(columns), fBlocks(budget, static_cast<std::size_t>(columns) * kBlockRows) {}
 
 void ColumnStore::Advance(std::size_t rows) {
   fTailRows += rows;
   fRows += rows;
-  if (fTailRows < kBlockRows) return;
-  fBlocks.Append(fvTail.data());
-  fTailRows = 0;
+  if (fTailRows == kBlockRows) Finish();
 }
 
 void ColumnStore::Finish() {
-  if (fTailRows > 0) fBlocks.Append(fvTail.data());
+  if (fTailRows > 0) fBlocks.Close();
   fTailRows = 0;
-  fvTail = {};
 }
 
 }  // namespace BayesHost

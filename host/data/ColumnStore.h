@@ -20,7 +20,7 @@ class ColumnStore {
   // number. Finish after the last row.
   std::size_t GetRoom() const { return kBlockRows - fTailRows; }
   double* GetTail(int column) {
-    return fvTail.data() + static_cast<std::size_t>(column) * kBlockRows + fTailRows;
+    return fBlocks.Open() + static_cast<std::size_t>(column) * kBlockRows + fTailRows;
   }
   void Advance(std::size_t rows);
   void Finish();
@@ -37,8 +37,7 @@ class ColumnStore {
  private:
   int fColumns;
   BlockStore fBlocks;
-  std::vector<double> fvTail;  // the block that is being filled
-  std::size_t fTailRows = 0;
+  std::size_t fTailRows = 0;  // in the open block
   std::uint64_t fRows = 0;
 };
 

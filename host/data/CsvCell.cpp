@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cmath>
+#include <cstdlib>
 #include <string>
 
 namespace BayesHost {
@@ -73,6 +75,14 @@ CellKind ClassifyCell(std::string_view cell, char decimal) {
   if (IsNumber(text, decimal)) return CellKind::Number;
   return EqualsIgnoringCase(text, "true") || EqualsIgnoringCase(text, "false") ? CellKind::Boolean
                                                                                : CellKind::Text;
+}
+
+bool IsTooLarge(std::string_view cell, char decimal) {
+  std::string text(TrimBlanks(cell));
+  const bool hasDigit = text.find_first_of("0123456789") != std::string::npos;
+  if (!hasDigit || !IsNumber(text, decimal)) return false;
+  std::replace(text.begin(), text.end(), decimal, '.');
+  return std::isinf(std::strtod(text.c_str(), nullptr));
 }
 
 int CountDecimals(std::string_view number, char decimal) {

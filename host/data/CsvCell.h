@@ -15,10 +15,12 @@ bool IsUtf8(std::string_view text);
 
 std::string_view TrimBlanks(std::string_view text);
 
-// `decimal` is '.' or ','. A number may have blanks around it. It may be infinite, not a number or beyond the
-// range of a double: such a value becomes missing when the data are read. true and false in any case are
-// Boolean.
+// `decimal` is '.' or ','. A number may have blanks around it. It may be a word for infinity or for what is
+// no number: such a value becomes missing when the data are read. true and false in any case are Boolean.
 CellKind ClassifyCell(std::string_view cell, char decimal);
+
+// A number whose digits say more than the largest double.
+bool IsTooLarge(std::string_view cell, char decimal);
 
 // Digits behind the decimal sign of a number.
 int CountDecimals(std::string_view number, char decimal);

@@ -204,6 +204,10 @@ std::vector<CsvFile::Profile> CsvFile::ReadSample(char decimal, std::set<std::st
       }
       profile.fNumbers |= kind == CellKind::Number;
       profile.fBooleans |= kind == CellKind::Boolean;
+      if (kind == CellKind::Text && !profile.fText) {
+        profile.fTextLine = scanner.GetLine();
+        profile.fTextCell = QuoteCell(cell);
+      }
       profile.fText |= kind == CellKind::Text;
       profile.fWidth = std::max(profile.fWidth, cell.size());
       if (kind == CellKind::Number)
@@ -229,6 +233,14 @@ std::vector<CsvFile::Profile> CsvFile::SettleDecimal() {
   return profiles;
 }
 
+std::string CsvFile::ExplainText(const Profile& profile, std::size_t column) const {
+  if (profile.fDeclared || !profile.fText || !profile.fNumbers) return {};
+  return fmt::format(
+      "{}, line {}, column {} ({}): {} is not a number. Correct the cell, leave it empty, or name it "
+      "as a missing value in a dictionary.",
+      fFile.fName, profile.fTextLine, column + 1, fvNames[column], profile.fTextCell);
+}
+
 void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
   for (std::size_t i = 0; i < profiles.size(); ++i) {
     const Profile& profile = profiles[i];
@@ -241,6 +253,7 @@ void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
       variable.fWidth = static_cast<int>(profile.fWidth);
       variable.fLevel = VariableState::Level::Nominal;
       variable.fFormat = {static_cast<std::uint16_t>(width), kStringFormat, 0};
+      variable.fTextReason = ExplainText(profile, i);
     } else {
       const int decimals = std::min(profile.fDecimals, kMostDecimals);
       variable.fFormat = {static_cast<std::uint16_t>(std::max(width, kLeastWidth)), 5,
@@ -313,6 +326,20 @@ bool CsvFile::Fits(int column, std::string_view cell) const {
   if (type == ColumnType::Text || kind == CellKind::Missing || IsMissingWord(column, cell)) return true;
   if (type == ColumnType::Number) return kind == CellKind::Number;
   return kind == CellKind::Boolean || TrimBlanks(cell) == "0" || TrimBlanks(cell) == "1";
+}
+
+void CsvFile::CheckInfinite(const std::vector<int>& columns) const {
+  for (CsvScanner scanner = OpenData(); scanner.Next();) {
+    for (const int column : columns) {
+      const std::string_view cell = scanner.GetCell(column);
+      const bool isNumber = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Number;
+      if (!isNumber || IsMissingWord(column, cell) || !IsTooLarge(cell, fDialect.fDecimal)) continue;
+      Refuse(scanner.GetLine(), column + 1,
+             QuoteCell(cell) +
+                 " is too large for a number: the largest is about 1.8e308. Correct the cell, or "
+                 "leave it empty.");
+    }
+  }
 }
 
 void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {

@@ -26,6 +26,8 @@ class CsvFile : public TableSource {
 
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   std::string MakeQuery(const std::vector<int>& columns) const override;
+  // Refuses digits too large for a double; words for infinity are missing values.
+  void CheckInfinite(const std::vector<int>& columns) const override;
   // Reads the file again, up to the first record that is damaged or holds text in a numeric column.
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
@@ -40,6 +42,8 @@ class CsvFile : public TableSource {
     int fDecimals = 0;
     std::size_t fWidth = 1;
     std::optional<ColumnType> fDeclared;  // by the dictionary
+    std::uint64_t fTextLine = 0;          // of the first text
+    std::string fTextCell;
     bool HasValue() const { return fNumbers || fBooleans || fText; }
     ColumnType GetType() const;
   };
@@ -50,6 +54,7 @@ class CsvFile : public TableSource {
   std::vector<Profile> ReadSample(char decimal, std::set<std::string>& missingCells) const;
   std::vector<Profile> SettleDecimal();
   bool LooksLikeCase(const std::vector<Profile>& profiles) const;
+  std::string ExplainText(const Profile& profile, std::size_t column) const;
   void MakeVariables(const std::vector<Profile>& profiles);
   void ApplyDictionary(const Dictionary& dictionary, std::vector<Profile>& profiles);
   void TakeMissingWords(const Dictionary* dictionary);

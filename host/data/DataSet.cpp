@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/data/DataError.h"
+#include "host/files/TempFile.h"
 #include "platform/component/Common.h"
 
 namespace BayesHost {
@@ -31,10 +32,7 @@ constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
-  return {threads,
-          std::max(limits.fMemoryBytes / 2, least),
-          std::filesystem::temp_directory_path(),
-          {file.fPath}};
+  return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}};
 }
 
 }  // namespace
@@ -174,18 +172,22 @@ bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& st
 bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
   fpSource->Prepare();
   for (const int variable : variables) fvPools[static_cast<std::size_t>(variable)] = {};
+  bool isFinite = true;
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {
     if (stop && stop()) return false;
-    TakeRows(stream, variables, store);
+    isFinite &= TakeRows(stream, variables, store);
   }
   store.Finish();
+  if (!isFinite) fpSource->CheckInfinite(variables);
   return true;
 }
 
-void DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store) {
+// False when an infinite number was among them.
+bool DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store) {
   std::array<std::string_view, ColumnStore::kBlockRows> texts;
   const std::size_t rows = stream.CountRows();
+  bool isFinite = true;
   for (std::size_t from = 0; from < rows;) {
     const std::size_t count = std::min(rows - from, store.GetRoom());
     for (std::size_t i = 0; i < variables.size(); ++i) {
@@ -194,12 +196,13 @@ void DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& var
         stream.GetStrings(i, from, count, texts.data());
         EncodeStrings(texts.data(), count, fvPools[static_cast<std::size_t>(variables[i])], tail);
       } else {
-        stream.GetNumbers(i, from, count, tail);
+        isFinite &= stream.GetNumbers(i, from, count, tail);
       }
     }
     store.Advance(count);
     from += count;
   }
+  return isFinite;
 }
 
 // A string of blanks says as little as an empty one.
@@ -277,9 +280,12 @@ std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
   for (std::size_t begin = 0; begin < places.size(); begin += stretch.size()) {
     CaseCursor cursor({column}, nullptr);
     cursor.SetRange(0, fCases);
-    for (std::size_t row = 0; cursor.Next(); ++row) {
-      const std::size_t place = places[row] - begin;  // beyond every place for a case before the stretch
-      if (place < stretch.size()) stretch[place] = cursor.GetValues()[0];
+    std::size_t row = 0;
+    while (const std::size_t count = cursor.NextRun()) {
+      for (const double* value = cursor.GetRun(0); value != cursor.GetRun(0) + count; ++value) {
+        const std::size_t place = places[row++] - begin;  // beyond all places for a case before the stretch
+        if (place < stretch.size()) stretch[place] = *value;
+      }
     }
     const std::size_t end = std::min(stretch.size(), places.size() - begin);
     for (std::size_t from = 0; from < end;) {

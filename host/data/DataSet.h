@@ -99,7 +99,7 @@ class BAYES_PLATFORM DataSet {
   std::vector<int> ListUnread(std::vector<int> wanted) const;
   bool LoadColumns(const std::vector<int>& variables, const StopQuery& stop);
   bool ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop);
-  void TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
+  bool TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
   void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
   std::vector<ColumnPlace> FindPlaces(const std::vector<int>& variables) const;

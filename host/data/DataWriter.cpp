@@ -12,6 +12,7 @@
 #include "host/data/Engine.h"
 #include "host/data/SqlText.h"
 #include "host/files/OutputFile.h"
+#include "host/files/TempFile.h"
 #include "host/files/TempNames.h"
 #include "platform/component/Common.h"
 
@@ -114,10 +115,7 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   const std::filesystem::path csv = names.Make("bayes_save_");
   if (csv.empty()) throw std::system_error(errno, std::generic_category());
   SaveCsv(data, csv);
-  Engine::Options options{limits.fThreads,
-                          limits.fMemoryBytes / 2,
-                          std::filesystem::temp_directory_path(),
-                          {csv, file.GetPath()}};
+  Engine::Options options{limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}};
   Engine engine(options);
   engine.Run(
       fmt::format("COPY (FROM read_csv({}, auto_detect = false, header = true, delim = ',', quote = '\"', "

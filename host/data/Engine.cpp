@@ -2,6 +2,7 @@
 
 #include <duckdb.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <utility>
@@ -12,6 +13,9 @@
 namespace BayesHost {
 
 namespace {
+
+constexpr std::size_t kLeastBufferBytes = std::size_t{1} << 20;
+constexpr std::size_t kMostBufferBytes = std::size_t{32} << 20;
 
 std::string TakeText(const char* text) {
   return text == nullptr ? "unknown error" : text;
@@ -36,17 +40,15 @@ Engine::Engine(Options options) : fOptions(std::move(options)) {}
 Engine::~Engine() = default;
 
 // The engine neither reaches for the network nor writes outside the temporary folder, and nothing that runs
-// in it later can change that. With a streaming buffer of 16 MB its threads have work while the rows are
-// taken; by default the second one waits.
+// in it later can change that.
 Engine::State& Engine::Open() {
   if (fpState) return *fpState;
-  const std::array<std::pair<const char*, std::string>, 6> settings = {{
+  const std::array<std::pair<const char*, std::string>, 5> settings = {{
       {"autoinstall_known_extensions", "false"},
       {"autoload_known_extensions", "false"},
       {"temp_directory", fOptions.fTempFolder.string()},
       {"memory_limit", std::to_string(fOptions.fMemoryBytes / 1000) + "kB"},
       {"threads", std::to_string(fOptions.fThreads)},
-      {"streaming_buffer_size", "16MB"},
   }};
   duckdb_config config = nullptr;
   duckdb_create_config(&config);
@@ -65,12 +67,16 @@ Engine::State& Engine::Open() {
   return *fpState;
 }
 
-// The files come first: once access is off the list can't grow.
+// The streaming buffer belongs to the connection: among the engine's own settings it has no effect. While its
+// default of 1 MB is full all threads but one wait. The files come before the access: once that is off the
+// list can't grow.
 void Engine::Lock(const State& state) const {
   std::string files;
   for (const auto& file : fOptions.fvFiles) files += (files.empty() ? "" : ", ") + QuoteFile(file);
+  const std::size_t buffer = std::clamp(fOptions.fMemoryBytes / 16, kLeastBufferBytes, kMostBufferBytes);
   for (const std::string& setting :
-       {"allowed_paths = [" + files + "]", std::string("enable_external_access = false"),
+       {"streaming_buffer_size = '" + std::to_string(buffer / 1000) + "kB'",
+        "allowed_paths = [" + files + "]", std::string("enable_external_access = false"),
         std::string("lock_configuration = true")}) {
     if (duckdb_query(state.fConnection, ("SET " + setting).c_str(), nullptr) != DuckDBSuccess)
       throw EngineError("The setting " + setting + " is refused.");
@@ -153,15 +159,18 @@ std::size_t Engine::Stream::CountRows() const {
   return duckdb_data_chunk_get_size(fpState->fChunk);
 }
 
-void Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_t count,
+bool Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_t count,
                                 double* values) const {
   duckdb_vector vector = duckdb_data_chunk_get_vector(fpState->fChunk, column);
   const auto* data = static_cast<const double*>(duckdb_vector_get_data(vector)) + from;
   const std::uint64_t* validity = duckdb_vector_get_validity(vector);
+  bool isInfinite = false;
   for (std::size_t i = 0; i < count; ++i) {
-    const bool usable = IsValid(validity, from + i) && std::isfinite(data[i]);
-    values[i] = usable ? data[i] : MCCommon_850::MCMV::Missing();
+    const bool isValid = validity == nullptr || IsValid(validity, from + i);
+    isInfinite |= isValid && std::isinf(data[i]);
+    values[i] = isValid && std::isfinite(data[i]) ? data[i] : MCCommon_850::MCMV::Missing();
   }
+  return !isInfinite;
 }
 
 void Engine::Stream::GetStrings(std::size_t column, std::size_t from, std::size_t count,

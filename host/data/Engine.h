@@ -43,8 +43,8 @@ class Engine {
     bool Next();
     std::size_t CountRows() const;
     // Values of rows [from, from + count) of a DOUBLE column. Missing and non-finite values become the
-    // missing value.
-    void GetNumbers(std::size_t column, std::size_t from, std::size_t count, double* values) const;
+    // missing value. False: an infinite one was among them.
+    bool GetNumbers(std::size_t column, std::size_t from, std::size_t count, double* values) const;
     // The same for a VARCHAR column; a missing string has a null data pointer. The texts are valid until
     // Next.
     void GetStrings(std::size_t column, std::size_t from, std::size_t count, std::string_view* values) const;

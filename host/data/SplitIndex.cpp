@@ -2,16 +2,38 @@
 
 #include <algorithm>
 #include <limits>
-#include <map>
 #include <numeric>
 #include <stdexcept>
+#include <unordered_map>
 
 #include "host/data/CaseCursor.h"
 #include "host/data/Observation.h"
+#include "host/data/ValueNumbers.h"
 
 namespace BayesHost {
 
 namespace {
+
+// Numbers the keys in the order of their appearance: the values of the first variable, then each of these
+// numbers together with those of the next one.
+class KeyNumbers {
+ public:
+  explicit KeyNumbers(std::size_t variables) : fvValues(variables), fvPairs(variables) {}
+
+  std::uint32_t Add(const std::vector<double>& key) {
+    auto number = static_cast<std::uint32_t>(fvValues[0].Add(key[0]));
+    for (std::size_t i = 1; i < key.size(); ++i) {
+      const auto value = static_cast<std::uint32_t>(fvValues[i].Add(key[i]));
+      const auto next = static_cast<std::uint32_t>(fvPairs[i].size());
+      number = fvPairs[i].try_emplace(std::uint64_t{number} << 32 | value, next).first->second;
+    }
+    return number;
+  }
+
+ private:
+  std::vector<ValueNumbers> fvValues;
+  std::vector<std::unordered_map<std::uint64_t, std::uint32_t>> fvPairs;
+};
 
 bool IsLessKey(const std::vector<OBS>& a, const std::vector<OBS>& b) {
   return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), IsLess);
@@ -47,23 +69,27 @@ std::vector<std::uint32_t> SplitIndex::MakePositions() const {
 // Numbers the groups in the order of their appearance; a group's fEnd is its count for now.
 std::vector<std::uint32_t> SplitIndex::FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
                                                   const Decoder& decode) {
-  std::map<std::vector<double>, std::uint32_t> numbers;
+  KeyNumbers numbers(static_cast<std::size_t>(variables));
   std::vector<std::uint32_t> groupOfRow;
   groupOfRow.reserve(rows);
   std::vector<double> key(static_cast<std::size_t>(variables));
-  while (cursor.Next()) {
-    std::copy_n(cursor.GetValues(), key.size(), key.begin());
-    const auto [known, isNew] = numbers.try_emplace(key, static_cast<std::uint32_t>(fvGroups.size()));
-    if (isNew) {
-      fvGroups.emplace_back();
-      for (int i = 0; i < variables; ++i) {
-        fvGroups.back().fvKey.push_back(decode(i, key[static_cast<std::size_t>(i)]));
-      }
+  while (const std::size_t count = cursor.NextRun()) {
+    for (std::size_t row = 0; row < count; ++row) {
+      for (std::size_t i = 0; i < key.size(); ++i) key[i] = cursor.GetRun(i)[row];
+      const std::uint32_t group = numbers.Add(key);
+      if (group == fvGroups.size()) AddGroup(key, decode);
+      groupOfRow.push_back(group);
+      ++fvGroups[group].fEnd;
     }
-    groupOfRow.push_back(known->second);
-    ++fvGroups[known->second].fEnd;
   }
   return groupOfRow;
+}
+
+void SplitIndex::AddGroup(const std::vector<double>& key, const Decoder& decode) {
+  fvGroups.emplace_back();
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    fvGroups.back().fvKey.push_back(decode(static_cast<int>(i), key[i]));
+  }
 }
 
 // Sorts the groups and turns their counts into ranges. The result holds the new place of each group.

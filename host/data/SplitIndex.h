@@ -42,6 +42,7 @@ class SplitIndex {
  private:
   std::vector<std::uint32_t> FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
                                         const Decoder& decode);
+  void AddGroup(const std::vector<double>& key, const Decoder& decode);
   std::vector<std::uint32_t> SortGroups();
 
   std::vector<Group> fvGroups;

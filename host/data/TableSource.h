@@ -17,6 +17,9 @@ class TableSource {
   virtual void Prepare() {}
   // A query for these columns in the order of the file: numbers as DOUBLE, strings as VARCHAR.
   virtual std::string MakeQuery(const std::vector<int>& columns) const = 0;
+  // The engine met infinite numbers in these columns. Throws a DataError where the table can tell that they
+  // were meant to be finite.
+  virtual void CheckInfinite(const std::vector<int>& /*columns*/) const {}
   // Throws a DataError that says in the reader's terms why the engine refused these columns.
   [[noreturn]] virtual void Explain(const std::vector<int>& columns, const std::string& engineText) const = 0;
 };

@@ -19,6 +19,8 @@ struct ZARQ_Variable::State {
   Level fLevel = Level::Scale;
   std::vector<std::pair<OBS, std::string>> fvValueLabels;
   std::vector<OBS> fvUserMissing;
+  // Of a text variable with numbers in it: the cell that made it one, and what to do about it.
+  std::string fTextReason;
 };
 
 namespace BayesHost {

@@ -31,12 +31,24 @@ void MoveAll(Move move, int descriptor, Byte* data, std::size_t bytes, std::uint
   }
 }
 
+constexpr const char* kNotMade =
+    "A temporary file can't be made: set TMPDIR to a folder that can be written to, or raise --memory";
+constexpr const char* kNotWritten =
+    "A temporary file can't be written: set TMPDIR to a folder with more space, or raise --memory";
+
 }  // namespace
 
+std::filesystem::path GetTempFolder() {
+  std::error_code error;
+  std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+  if (error) throw std::system_error(error, "The temporary folder can't be used: set TMPDIR to one that can");
+  return folder;
+}
+
 TempFile::TempFile() {
-  std::string name = (std::filesystem::temp_directory_path() / "bayes_XXXXXX").string();
+  std::string name = (GetTempFolder() / "bayes_XXXXXX").string();
   fDescriptor = mkstemp(name.data());
-  if (fDescriptor < 0) ThrowLastError("a temporary file can't be made");
+  if (fDescriptor < 0) ThrowLastError(kNotMade);
   unlink(name.c_str());
 }
 
@@ -45,8 +57,7 @@ TempFile::~TempFile() {
 }
 
 void TempFile::Write(std::uint64_t offset, const void* data, std::size_t bytes) {
-  MoveAll(pwrite, fDescriptor, static_cast<const char*>(data), bytes, offset,
-          "a temporary file can't be written");
+  MoveAll(pwrite, fDescriptor, static_cast<const char*>(data), bytes, offset, kNotWritten);
 }
 
 void TempFile::Read(std::uint64_t offset, void* data, std::size_t bytes) const {

@@ -2,8 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 
 namespace BayesHost {
+
+// The folder for files that last no longer than the run: TMPDIR, else the system's. Throws std::system_error
+// when it is none.
+std::filesystem::path GetTempFolder();
 
 // A file without a name in the temporary folder: the system frees it when it is closed, however the process
 // ends. Failures throw std::system_error.

@@ -123,7 +123,8 @@ void BpHeading::Close() {
 }
 
 BpPivotTable BpHeading::PivotTable(const BpCellText& title, const BpCellText& subtype, bool shown) {
-  auto table = std::make_shared<BayesHost::PivotTable>(GetShown(title), GetShown(subtype));
+  auto table = std::make_shared<BayesHost::PivotTable>(GetShown(title), GetShown(subtype),
+                                                       fpState->fpOutput->GetTextPool());
   if (shown) fpState->fpOutput->Add(table);
   return BpPivotTable(std::make_shared<BpPivotTable::State>(BpPivotTable::State{std::move(table)}));
 }

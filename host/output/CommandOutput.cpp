@@ -16,12 +16,12 @@ CommandOutput::CommandOutput(std::string name, std::string text, int line)
 
 void CommandOutput::Add(decltype(Item::fContent) content) {
   ItemList& items = fvOpen.empty() ? fItems : fvOpen.back()->fItems;
-  items.push_back({fvSplit, std::move(content)});
+  items.push_back({fpSplit, std::move(content)});
 }
 
 Heading& CommandOutput::OpenHeading(ShownText text) {
   ItemList& items = fvOpen.empty() ? fItems : fvOpen.back()->fItems;
-  items.push_back({fvSplit, Heading{std::move(text), {}}});
+  items.push_back({fpSplit, Heading{std::move(text), {}}});
   fvOpen.push_back(&std::get<Heading>(items.back().fContent));
   return *fvOpen.back();
 }
@@ -38,7 +38,7 @@ void CommandOutput::AddMessage(Message message) {
 
 void CommandOutput::AddNote(NoteEntry note) {
   if (fItems.empty() || !std::holds_alternative<Notes>(fItems.front().fContent))
-    fItems.push_front({{}, Notes{}});
+    fItems.push_front({std::make_shared<const Split>(), Notes{}});
   auto& entries = std::get<Notes>(fItems.front().fContent).fvEntries;
   const auto after = std::find_if(entries.begin(), entries.end(),
                                   [&](const NoteEntry& entry) { return entry.fSection > note.fSection; });

@@ -48,7 +48,7 @@ struct Message {
 struct Chart {
   std::string fTitle;
   std::string fTemplate;
-  std::string fVegaLite;  // a JSON document
+  std::string fVegaLite;  // a JSON document; empty when no reader wants it
   std::string fSvg;       // the same chart drawn; may be empty
 };
 
@@ -61,7 +61,9 @@ struct Heading {
 };
 
 struct Item {
-  Split fvSplit;  // empty when the data aren't split
+  const Split& GetSplit() const { return *fpSplit; }
+
+  std::shared_ptr<const Split> fpSplit;  // shared by all that belongs to it; empty when the data aren't split
   std::variant<Notes, Message, Heading, std::shared_ptr<PivotTable>, Chart> fContent;
 };
 
@@ -71,8 +73,8 @@ class BAYES_PLATFORM CommandOutput {
   CommandOutput(std::string name, std::string text, int line);
 
   // The group of cases that what follows belongs to; empty: all cases. Set by whoever walks the splits.
-  void SetSplit(Split split) { fvSplit = std::move(split); }
-  const Split& GetSplit() const { return fvSplit; }
+  void SetSplit(Split split) { fpSplit = std::make_shared<const Split>(std::move(split)); }
+  const Split& GetSplit() const { return *fpSplit; }
 
   // Adds under the innermost open heading, else to the document itself.
   void Add(decltype(Item::fContent) content);
@@ -98,6 +100,8 @@ class BAYES_PLATFORM CommandOutput {
   const std::string& GetText() const { return fText; }
   int GetLine() const { return fLine; }
   const ItemList& GetItems() const { return fItems; }
+  // The texts of its tables.
+  const std::shared_ptr<TextPool>& GetTextPool() const { return fpTextPool; }
 
  private:
   std::string fName;
@@ -106,7 +110,8 @@ class BAYES_PLATFORM CommandOutput {
   int fLine;
   bool fFailed = false;
   std::optional<std::uint64_t> fSeed;
-  Split fvSplit;
+  std::shared_ptr<const Split> fpSplit = std::make_shared<const Split>();
+  std::shared_ptr<TextPool> fpTextPool = std::make_shared<TextPool>();
   ItemList fItems;
   std::vector<Heading*> fvOpen;  // outermost first; they live in the lists of items
 };

@@ -53,7 +53,7 @@ class HtmlTable {
  private:
   std::string LabelOf(const TableLayout::HeaderCell& cell) const {
     const Category& category = fLayout.GetCategory(cell);
-    return E(category.fShowLabel ? category.fLabel.fText : "") +
+    return E(category.fShowLabel ? category.GetLabel().fText : "") +
            Superscript(fLayout.GetMarks(category.fvNotes));
   }
 
@@ -85,7 +85,7 @@ class HtmlTable {
       const int end = i + 1 < rows.fvDimensions.size() ? rows.fvFirstLevels[i + 1] : rows.fLevels;
       const auto dimension = static_cast<std::size_t>(rows.fvDimensions[i]);
       fOut << "<th scope=\"col\"" << SpanAttributes(fLayout.GetColumns().fLevels, end - rows.fvFirstLevels[i])
-           << '>' << E(fTable.GetDimensions()[dimension].fLabel.fText) << "</th>";
+           << '>' << E(fTable.GetDimensions()[dimension].GetLabel().fText) << "</th>";
     }
   }
 
@@ -168,7 +168,7 @@ class HtmlWriter {
 
   void WriteItems(const ItemList& items) {
     for (const Item& item : items) {
-      const std::string split = ShowSplit(item.fvSplit);
+      const std::string split = ShowSplit(item.GetSplit());
       if (split != fSplit && !split.empty()) fOut << "<p class=\"split\">" << E(split) << "</p>\n";
       fSplit = split;
       std::visit([&](const auto& content) { WriteContent(content); }, item.fContent);
@@ -202,7 +202,7 @@ class HtmlWriter {
     if (table->GetCaption()) fOut << "<p class=\"below\">" << E(table->GetCaption()->fText) << "</p>\n";
     for (const int note : layout.GetNoteOrder())
       fOut << "<p class=\"below\">" << Superscript(layout.GetLetter(note)) << ' '
-           << E(table->GetFootnotes()[static_cast<std::size_t>(note)].fText.fText) << "</p>\n";
+           << E(table->GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText) << "</p>\n";
     fOut << "</figure>\n";
   }
 

@@ -37,7 +37,8 @@ Json FootnotesOf(const PivotTable& table, const TableLayout& layout) {
   Json footnotes = Json::array();
   for (const int note : layout.GetNoteOrder()) {
     const Footnote& footnote = table.GetFootnotes()[static_cast<std::size_t>(note)];
-    Json entry{{"id", layout.GetLetter(note)}, {"key", footnote.fText.fKey}, {"text", footnote.fText.fText}};
+    Json entry{
+        {"id", layout.GetLetter(note)}, {"key", footnote.GetText().fKey}, {"text", footnote.GetText().fText}};
     if (footnote.fOnTable) entry["table"] = true;
     footnotes.push_back(std::move(entry));
   }
@@ -48,9 +49,9 @@ Json CategoriesOf(const Dimension& dimension, const std::vector<int>& indices, c
   Json categories = Json::array();
   for (const int index : indices) {
     const Category& category = dimension.fvCategories[static_cast<std::size_t>(index)];
-    Json entry{{"text", category.fLabel.fText}};
-    if (!category.fLabel.fVariable.empty()) entry["variable"] = category.fLabel.fVariable;
-    if (category.fLabel.fValue) entry["value"] = ValueOf(*category.fLabel.fValue);
+    Json entry{{"text", category.GetLabel().fText}};
+    if (!category.GetLabel().fVariable.empty()) entry["variable"] = category.GetLabel().fVariable;
+    if (category.GetLabel().fValue) entry["value"] = ValueOf(*category.GetLabel().fValue);
     if (!category.fvNotes.empty()) entry["footnotes"] = LettersOf(layout, category.fvNotes);
     if (category.fIsGroup) entry["categories"] = CategoriesOf(dimension, category.fvChildren, layout);
     categories.push_back(std::move(entry));
@@ -62,7 +63,7 @@ Json DimensionsOf(const PivotTable& table, const TableLayout& layout) {
   static constexpr const char* kRoles[] = {"row", "column", "layer"};
   Json dimensions = Json::array();
   for (const Dimension& dimension : table.GetDimensions())
-    dimensions.push_back({{"label", dimension.fLabel.fText},
+    dimensions.push_back({{"label", dimension.GetLabel().fText},
                           {"role", kRoles[static_cast<int>(dimension.fRole)]},
                           {"categories", CategoriesOf(dimension, dimension.fvTop, layout)}});
   return dimensions;
@@ -139,9 +140,9 @@ Json ContentOf(const Chart& chart) {
 
 Json ItemOf(const Item& item) {
   Json content = std::visit([](const auto& kind) { return ContentOf(kind); }, item.fContent);
-  if (item.fvSplit.empty()) return content;
+  if (item.GetSplit().empty()) return content;
   Json split = Json::array();
-  for (const SplitValue& value : item.fvSplit)
+  for (const SplitValue& value : item.GetSplit())
     split.push_back({{"variable", value.fVariable}, {"value", ValueOf(value.fValue)}});
   content["split"] = std::move(split);
   return content;

@@ -37,13 +37,13 @@ std::vector<int> Dimension::GetPath(int category) const {
   return path;
 }
 
-PivotTable::PivotTable(ShownText title, ShownText subtype)
-    : fTitle(std::move(title)), fSubtype(std::move(subtype)) {}
+PivotTable::PivotTable(const ShownText& title, const ShownText& subtype, std::shared_ptr<TextPool> pool)
+    : fpPool(std::move(pool)), fpTitle(fpPool->Share(title)), fpSubtype(fpPool->Share(subtype)) {}
 
-int PivotTable::AddDimension(ShownText label) {
+int PivotTable::AddDimension(const ShownText& label) {
   if (!fCells.empty()) throw std::logic_error("a table's dimensions come before its cells");
   Dimension dimension;
-  dimension.fLabel = std::move(label);
+  dimension.fpLabel = fpPool->Share(label);
   fvDimensions.push_back(std::move(dimension));
   return static_cast<int>(fvDimensions.size()) - 1;
 }
@@ -60,13 +60,13 @@ int PivotTable::FindOrAdd(int dimension, int parent, const ShownText& label, boo
   auto& siblings = parent < 0 ? owner.fvTop : all.at(static_cast<std::size_t>(parent)).fvChildren;
   const auto found = std::find_if(siblings.begin(), siblings.end(), [&](int index) {
     const Category& sibling = all[static_cast<std::size_t>(index)];
-    return sibling.fIsGroup == isGroup && sibling.fLabel.fIdentity == label.fIdentity;
+    return sibling.fIsGroup == isGroup && sibling.GetLabel().fIdentity == label.fIdentity;
   });
   int index = found == siblings.end() ? -1 : *found;
   if (index < 0) {
     index = static_cast<int>(all.size());
     siblings.push_back(index);  // before the vector of categories grows: `siblings` may lie in it
-    all.push_back({label, parent, isGroup, showLabel, {}, {}});
+    all.push_back({fpPool->Share(label), parent, isGroup, showLabel, {}, {}});
   }
   if (!isGroup) owner.fCurrent = index;
   return index;
@@ -91,10 +91,10 @@ void PivotTable::SetCell(CellContent content) {
 
 int PivotTable::FindOrAddNote(const ShownText& text) {
   const auto found = std::find_if(fvFootnotes.begin(), fvFootnotes.end(), [&](const Footnote& note) {
-    return note.fText.fKey == text.fKey && note.fText.fText == text.fText;
+    return note.GetText().fKey == text.fKey && note.GetText().fText == text.fText;
   });
   const auto index = static_cast<int>(found - fvFootnotes.begin());
-  if (found == fvFootnotes.end()) fvFootnotes.push_back({text, false});
+  if (found == fvFootnotes.end()) fvFootnotes.push_back({fpPool->Share(text), false});
   return index;
 }
 

@@ -7,11 +7,14 @@
 #include <vector>
 
 #include "host/output/ShownText.h"
+#include "host/output/TextPool.h"
 
 namespace BayesHost {
 
 struct Category {
-  ShownText fLabel;
+  const ShownText& GetLabel() const { return *fpLabel; }
+
+  SharedText fpLabel;
   int fParent = -1;  // -1: directly under the dimension
   bool fIsGroup = false;
   bool fShowLabel = true;
@@ -22,7 +25,9 @@ struct Category {
 struct Dimension {
   enum class Role { Row, Column, Layer };
 
-  ShownText fLabel;
+  const ShownText& GetLabel() const { return *fpLabel; }
+
+  SharedText fpLabel;
   Role fRole = Role::Row;
   int fOrder = 0;  // among the dimensions of the same role
   std::vector<Category> fvCategories;
@@ -47,7 +52,9 @@ struct Cell {
 };
 
 struct Footnote {
-  ShownText fText;
+  const ShownText& GetText() const { return *fpText; }
+
+  SharedText fpText;
   bool fOnTable = false;
 };
 
@@ -56,10 +63,12 @@ class PivotTable {
   // One category for each dimension, in the order of the dimensions' creation.
   using Address = std::vector<int>;
 
-  PivotTable(ShownText title, ShownText subtype);
+  // The pool is shared by the tables of a document.
+  PivotTable(const ShownText& title, const ShownText& subtype,
+             std::shared_ptr<TextPool> pool = std::make_shared<TextPool>());
 
   // All dimensions must exist before the first cell; otherwise std::logic_error.
-  int AddDimension(ShownText label);
+  int AddDimension(const ShownText& label);
   void Place(int dimension, Dimension::Role role, int order);
   // The category or group of that identity under `parent` (-1: the dimension itself), found or added. A
   // category becomes its dimension's current one, a group doesn't.
@@ -75,12 +84,13 @@ class PivotTable {
   void NoteCategory(int dimension, int category, const ShownText& text);
   void NoteCell(const ShownText& text);
 
-  void SetCaption(ShownText caption) { fCaption = std::move(caption); }
+  void SetCaption(const ShownText& caption) { fpCaption = fpPool->Share(caption); }
   void SetMinDataColumnWidth(int characters) { fMinDataColumnWidth = characters; }
 
-  const ShownText& GetTitle() const { return fTitle; }
-  const ShownText& GetSubtype() const { return fSubtype; }
-  const std::optional<ShownText>& GetCaption() const { return fCaption; }
+  const ShownText& GetTitle() const { return *fpTitle; }
+  const ShownText& GetSubtype() const { return *fpSubtype; }
+  // Null when there is none.
+  const ShownText* GetCaption() const { return fpCaption.get(); }
   int GetMinDataColumnWidth() const { return fMinDataColumnWidth; }
   const std::vector<Dimension>& GetDimensions() const { return fvDimensions; }
   const std::vector<Footnote>& GetFootnotes() const { return fvFootnotes; }
@@ -90,9 +100,10 @@ class PivotTable {
   Cell& CurrentCell();
   int FindOrAddNote(const ShownText& text);
 
-  ShownText fTitle;
-  ShownText fSubtype;
-  std::optional<ShownText> fCaption;
+  std::shared_ptr<TextPool> fpPool;
+  SharedText fpTitle;
+  SharedText fpSubtype;
+  SharedText fpCaption;
   int fMinDataColumnWidth = 0;
   std::vector<Dimension> fvDimensions;
   std::vector<Footnote> fvFootnotes;

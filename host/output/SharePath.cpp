@@ -37,7 +37,8 @@ fs::path FindShare() {
     if (IsShare(named)) return named;
     throw std::runtime_error(std::string("BAYES_SHARE names a folder without strings/en.json: ") + named);
   }
-  for (const fs::path& folder : BinaryFolders())
+  static const std::vector<fs::path> folders = BinaryFolders();
+  for (const fs::path& folder : folders)
     for (const char* relative : {"../share/bayes", "../share", "../../share"})
       if (IsShare(folder / relative)) return (folder / relative).lexically_normal();
   throw std::runtime_error("The folder share/ is missing beside the program. Set BAYES_SHARE to its path.");

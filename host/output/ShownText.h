@@ -25,6 +25,7 @@ struct BAYES_PLATFORM ShownText {
   std::string fIdentity;
 
   static ShownText Plain(std::string text);
+  bool operator==(const ShownText&) const = default;
 };
 
 // The texts with ", " between them.

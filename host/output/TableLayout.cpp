@@ -134,7 +134,7 @@ std::vector<std::string> TableLayout::GetLabels(const Axis& axis, const Line& li
   for (std::size_t i = 0; i < line.size(); ++i) {
     const Dimension& dimension = GetDimension(axis.fvDimensions[i]);
     for (const int category : dimension.GetPath(line[i]))
-      labels.push_back(dimension.fvCategories[At(category)].fLabel.fText);
+      labels.push_back(dimension.fvCategories[At(category)].GetLabel().fText);
   }
   return labels;
 }

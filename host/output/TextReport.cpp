@@ -45,7 +45,7 @@ void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) c
 void TextReport::WriteItems(const ItemList& items, std::string split, std::ostream& out) const {
   for (const Item& item : items) {
     if (!fOptions.fMessages && std::holds_alternative<Message>(item.fContent)) continue;
-    const std::string own = ShowSplit(item.fvSplit);
+    const std::string own = ShowSplit(item.GetSplit());
     if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
     split = own;
     out << '\n';
@@ -67,7 +67,7 @@ void TextReport::WriteContent(const Message& message, std::ostream& out) const {
 void TextReport::WriteContent(const Heading& heading, std::ostream& out) const {
   out << Bold(heading.fText.fText) << '\n';
   // The split of the first item stands above the heading itself.
-  WriteItems(heading.fItems, heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().fvSplit), out);
+  WriteItems(heading.fItems, heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().GetSplit()), out);
 }
 
 void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ostream& out) const {
@@ -80,7 +80,7 @@ void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ost
   if (table->GetCaption()) WriteWrapped("", table->GetCaption()->fText, out);
   for (const int note : layout.GetNoteOrder())
     WriteWrapped(layout.GetLetter(note) + ". ",
-                 table->GetFootnotes()[static_cast<std::size_t>(note)].fText.fText, out);
+                 table->GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText, out);
 }
 
 void TextReport::WriteContent(const Chart& chart, std::ostream& out) const {

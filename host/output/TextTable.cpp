@@ -18,7 +18,7 @@ std::string WithMarks(const std::string& text, const std::string& marks) {
 }
 
 std::string Label(const TableLayout& layout, const Category& category) {
-  return WithMarks(category.fShowLabel ? category.fLabel.fText : "", layout.GetMarks(category.fvNotes));
+  return WithMarks(category.fShowLabel ? category.GetLabel().fText : "", layout.GetMarks(category.fvNotes));
 }
 
 void TrimEnd(std::string& line) {
@@ -68,7 +68,7 @@ void TextTable::MakeStub() {
   fvCorner.resize(fvStub.size());
   for (std::size_t i = 0; i < rows.fvDimensions.size(); ++i)
     fvCorner[static_cast<std::size_t>(rows.fvFirstLevels[i])] =
-        fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].fLabel.fText;
+        fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].GetLabel().fText;
   for (TextColumn& column : fvStub) column.fvTexts.resize(rows.fvLines.size());
   for (const auto& cell : fLayout.MakeHeader(rows))
     fvStub[static_cast<std::size_t>(cell.fLevel)].fvTexts[static_cast<std::size_t>(cell.fFirstLine)] =

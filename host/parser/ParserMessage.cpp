@@ -77,7 +77,7 @@ void ParserMessage::TokenNoQualif(const std::string& parameter, const std::strin
 
 void ParserMessage::VariableNotNumeric(const std::string& variable, const std::string& parameter,
                                        const std::string& subcommand) const {
-  ShowError(BayesHost::kHostVariableNotNumeric, {variable, parameter, subcommand});
+  ShowError(BayesHost::kHostVariableNotNumeric, {variable, parameter, subcommand, ""});
 }
 
 void ParserMessage::ParamValueBreakBdry(const std::string& parameter, const std::string& subcommand,

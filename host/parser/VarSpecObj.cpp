@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/data/Variable.h"
 #include "host/output/HostKeys.h"
 #include "host/parser/Fault.h"
 #include "host/parser/Keywords.h"
@@ -70,9 +71,13 @@ std::vector<NamedVariable> Resolve(const std::vector<ZARQ_Token>& words, const L
 }
 
 void CheckNumeric(const std::vector<NamedVariable>& variables, const char* key, const ListName& list) {
-  for (const NamedVariable& variable : variables)
-    if (GetVariable(variable.fIndex).IsString())
-      Reject(key, {GetVariable(variable.fIndex).GetName(), list.fParam, list.fWhere}, variable.fPosition);
+  for (const NamedVariable& named : variables) {
+    const ZARQ_Variable& variable = GetVariable(named.fIndex);
+    if (!variable.IsString()) continue;
+    const std::string& reason = variable.GetState().fTextReason;
+    Reject(key, {variable.GetName(), list.fParam, list.fWhere, reason.empty() ? reason : " " + reason},
+           named.fPosition);
+  }
 }
 
 void CheckRepeats(const std::vector<NamedVariable>& variables) {

@@ -28,6 +28,10 @@ enum class ParserMode {
   Describe  // take the grammar and stop
 };
 
+// What the report makes of a chart. Making its document takes as long as an analysis of a thousand cases,
+// drawing it three times that: with many splits it is all of a run's time and memory.
+enum class ChartUse { Title, Document, Drawing };
+
 struct RunOptions {
   unsigned long fSeed = 0;  // seeds the source of random seeds; 0: taken from the machine's entropy
   int fThreads = 0;         // 0: all cores
@@ -35,7 +39,8 @@ struct RunOptions {
   bool fProgress = false;  // a progress line on standard error
   bool fDebug = false;     // the debug channel on standard error
   ParserMode fParserMode = ParserMode::Run;
-  std::string fVersion;     // of the program, for files that name who wrote them
+  std::string fVersion;  // of the program, for files that name who wrote them
+  ChartUse fChartUse = ChartUse::Drawing;
   std::string fChartStyle;  // the file of the chart colours; empty: the one of share/
 };
 

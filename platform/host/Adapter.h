@@ -74,7 +74,8 @@ class BAYES_PLATFORM ACAInputAdapter {
 
   // Doubles in a record.
   virtual int GetRecordSize() const;
-  // Steps of making a record from the current case, in this order.
+  // Steps of making a record from the current case, in this order. A step is left out when the record has no
+  // slots of its kind.
   virtual void EncodeCatVars(double* record);
   virtual void GetContVars(double* record);
   virtual void RecodeMatrixSpecs(double* record);

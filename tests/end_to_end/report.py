@@ -4,10 +4,10 @@ import os
 import subprocess
 
 
-def start(program, arguments, folder):
+def start(program, arguments, folder, environment=None):
     """The finished process of `bayes run ... --format json`."""
     return subprocess.run([program, "run", *arguments, "--format", "json"], cwd=folder, capture_output=True,
-                          text=True, timeout=300, env={**os.environ, "LC_ALL": "C.UTF-8"})
+                          text=True, timeout=300, env={**os.environ, "LC_ALL": "C.UTF-8", **(environment or {})})
 
 
 def run(program, arguments, folder):

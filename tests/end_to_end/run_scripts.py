@@ -6,12 +6,14 @@
     x
     1
     --- old.csv latin1           how the file is written: latin1, gzip, cut (its last 8 bytes are missing),
-    --- long.csv repeat=2:500    folder (it is none), repeat=LINE:COUNT (the line comes COUNT times)
+    --- long.csv repeat=2:500    folder (it is none), repeat=LINE:COUNT (the line comes COUNT times), rows=N (lines
+                                 0, 1, ... N-1 follow), columns=N (v0 to vN-1, two cases of 1 and 2), bom, crlf
     --- study.bay                the commands; the program is run on this file
     DATA FILE='heights.csv'.
     ...
     --- expect                   one line for each expectation
     args --seed 3                more arguments of the program
+    tmpdir NAME                  a file or folder of the case for temporary files; it may be none
     status 1                     exit status (0 when it isn't given)
     error 2:14 KEY | ARGUMENT | ...     a message: level, place (or -), key, its first arguments
     cell TITLE | ROW | COLUMN | 1.54    value of a cell, relative tolerance 1e-9; "text:..." for its text; "." for missing
@@ -29,7 +31,12 @@
     curve TITLE | SERIES | SERIES | 7 | 0.4     arguments and values of a curve: the value at an argument, to 0.1 %
     heading TEXT | 2             a heading with that many charts under it
     stderr TEXT                  standard error holds the text
+    silent                       nothing but errors stands on standard error
     messages 2                   number of messages
+    splits 3 | g=1, h=a | ...    the groups that the command of a line shows tables of, in order
+    split 3 g=1 | TITLE | ROW | COLUMN | 1.54     `cell` for one group of the command of a line
+    alike 3 g=1 | 8              line 3 shows for the group just what line 8 shows in tables and charts
+    apart 3 | KEY                the footnotes of that key differ from group to group
     head KEY | VALUE             an entry of the data in the report's head
     same --threads 2             with these arguments in place of `args` the report is the same, byte for byte
     file NAME | TEXT             a file of the case's folder holds this text (any, without TEXT), "\\n" for line ends; `no file NAME`: none
@@ -90,7 +97,7 @@ def value_at(document, arguments, values, x):
 
 def repeat(text, line, count):
     lines = text.splitlines(keepends=True)
-    lines[line - 1] *= count
+    lines[line - 1] = (lines[line - 1].removesuffix("\n") + "\n") * count
     return "".join(lines)
 
 
@@ -104,9 +111,22 @@ def write(folder, heading, text):
     for way in ways:
         if way.startswith("repeat="):
             text = repeat(text, *(int(number) for number in way[len("repeat="):].split(":")))
+        if way.startswith("rows="):
+            text += "".join(f"\n{i}" for i in range(int(way[len("rows="):])))
+        if way.startswith("columns="):
+            columns = range(int(way[len("columns="):]))
+            text += "".join(",".join(f"{cell}{i if cell == 'v' else ''}" for i in columns) + "\n" for cell in "v12")
+    text = ("\ufeff" if "bom" in ways else "") + (text.replace("\n", "\r\n") if "crlf" in ways else text)
     data = text.encode("latin-1" if "latin1" in ways else "utf-8")
     data = gzip.compress(data, mtime=0) if "gzip" in ways else data
     path.write_bytes(data[:-8] if "cut" in ways else data)
+
+
+def shown(items):
+    """What tables and charts show, without the words that name a group."""
+    part = {"commands": [{"items": items}]}
+    return ([(table["title"], table["cells"], table["footnotes"]) for table in reports.items(part, "table")],
+            [chart["vegaLite"]["datasets"] for chart in reports.items(part, "chart")])
 
 
 class Expectations:
@@ -197,6 +217,41 @@ class Expectations:
         found = reports.cells(self.report, title, row.split(" > "), column.split(" > "))
         return any(same(cell, value) for cell in found)
 
+    def command(self, line):
+        return next(command for command in self.report["commands"] if command["line"] == int(line))
+
+    def groups(self, line):
+        """(group, its items) of the command in that line, in order."""
+        def show(value):
+            return "." if value in (None, "") else value if isinstance(value, str) else f"{value:g}"
+
+        named = [(", ".join(f"{part['variable']}={show(part['value'])}" for part in item.get("split", [])), item)
+                 for item in self.command(line)["items"]]
+        return [(name, [item for other, item in named if other == name]) for name in dict.fromkeys(n for n, _ in named)]
+
+    def splits(self, rest):
+        line, *names = fields(rest)
+        seen = [name for name, items in self.groups(line) if any(item["type"] == "table" for item in items)]
+        return seen == (names or [""])
+
+    def split(self, rest):
+        line, _, rest = rest.partition(" ")
+        name, title, row, column, value = fields(rest)
+        part = {"commands": [{"items": dict(self.groups(line)).get(name, [])}]}
+        return any(same(cell, value) for cell in reports.cells(part, title, row.split(" > "), column.split(" > ")))
+
+    def alike(self, rest):
+        group, other = fields(rest)
+        line, _, name = group.partition(" ")
+        tables, charts = shown(dict(self.groups(line)).get(name, []))
+        return len(tables) > 0 and (tables, charts) == shown(self.command(other)["items"])
+
+    def apart(self, rest):
+        line, key = fields(rest)
+        texts = [{note["text"] for item in items for note in item.get("footnotes", []) if note["key"] == key}
+                 for _, items in self.groups(line) if items[0]["type"] != "notes"]
+        return len(texts) > 1 and all(texts) and len(set().union(*texts)) == sum(len(group) for group in texts)
+
     def cells(self, rest):
         title, count = fields(rest)
         tables = [table for table in reports.items(self.report, "table") if table["title"] == title]
@@ -239,13 +294,16 @@ class Expectations:
         key, value = fields(rest)
         return str(self.report["run"].get("data", {}).get(key)) == value
 
+    def silent(self, _):
+        return all(": error: " in line for line in self.stderr.splitlines())
+
     def stderr_holds(self, rest):
         return rest in self.stderr
 
 
 def check(program, files, expect):
     """The expectations that the case doesn't meet, and what was seen."""
-    options = {"status": "0", "args": ""}
+    options = {"status": "0", "args": "", "tmpdir": ""}
     lines = []
     for line in expect:
         word, _, rest = line.partition(" ")
@@ -258,7 +316,8 @@ def check(program, files, expect):
             write(folder, heading, text)
 
         def start(arguments):
-            return reports.start(program, ["study.bay", *arguments], folder)
+            temporary = {"TMPDIR": str(pathlib.Path(folder, options["tmpdir"]))} if options["tmpdir"] else {}
+            return reports.start(program, ["study.bay", *arguments], folder, temporary)
 
         seen = Expectations(start, folder, options["args"].split())
         failed = []

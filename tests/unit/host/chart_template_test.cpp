@@ -124,6 +124,32 @@ TEST_F(ChartTemplate, DeliveredTemplatesAreDrawn) {
   EXPECT_EQ(fOutput->GetItems().size(), 4U);
 }
 
+// Whether there is a chart doesn't depend on what the report makes of it.
+TEST(ChartUse, ChartsAreMadeAsFarAsTheReportShowsThem) {
+  using BayesHost::ChartUse;
+  for (const ChartUse use : {ChartUse::Title, ChartUse::Document, ChartUse::Drawing}) {
+    BayesHost::RunOptions options;
+    options.fChartUse = use;
+    BayesHost::Session session(options);
+    const BayesHost::Session::Use inUse(session);
+    const auto output = std::make_shared<BayesHost::CommandOutput>("BAYES", "BAYES.", 1);
+    session.BeginCommand({}, output);
+    for (const char* series : {"x", "absent"}) {
+      XViZTemplate chart("");
+      chart.setTemplateText(
+          R"({"layer": [{"mark": "line", "encoding": {"x": {"field": "x"}, "y": {"field": "x"}}}]})");
+      chart.addVariable(series);
+      XDocument document(chart.GetFilledText());
+      document.SetDescription(Text("Title"));
+      document.SendChart();
+    }
+    ASSERT_EQ(output->GetItems().size(), use == ChartUse::Drawing ? 2U : 1U) << "drawing warns: no data";
+    const auto& chart = std::get<Chart>(output->GetItems().back().fContent);
+    EXPECT_EQ(chart.fTitle, "Title");
+    EXPECT_EQ(chart.fVegaLite.empty(), use == ChartUse::Title);
+  }
+}
+
 TEST_F(ChartTemplate, MissingValuesAreNullInTheDocument) {
   VarDataProcessor data("d");
   data.AddVariable("long");

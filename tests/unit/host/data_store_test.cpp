@@ -58,6 +58,13 @@ TEST(ColumnStore, KeepsRowsInMemoryAndBeyond) {
       }
       EXPECT_EQ(row, c.fRows);
       EXPECT_EQ(wrong, 0U);
+      const std::size_t begin = c.fRows / 3;
+      cursor.SetRange(begin, c.fRows);
+      for (row = begin; const std::size_t count = cursor.NextRun(); row += count) {
+        EXPECT_EQ(cursor.GetRun(1)[0], static_cast<double>(row));
+        EXPECT_EQ(cursor.GetRun(0)[count - 1], -static_cast<double>(row + count - 1));
+      }
+      EXPECT_EQ(row, c.fRows);
     }
     EXPECT_TRUE(budget.Reserve(c.fBudgetBlocks * blockBytes)) << "the store gave its memory back";
   }

@@ -204,10 +204,10 @@ TEST_F(OutputReport, CompositeStandsForItsOneVariableAndValue) {
   const auto& made = std::get<std::shared_ptr<PivotTable>>(fpOutput->GetItems().front().fContent);
   const auto& categories = made->GetDimensions()[0].fvCategories;
   ASSERT_EQ(categories.size(), 3U);
-  EXPECT_EQ(categories[0].fLabel.fText, "group = drug <A>");
-  EXPECT_EQ(categories[0].fLabel.fVariable, "group");
-  EXPECT_EQ(std::get<double>(*categories[0].fLabel.fValue), 1);
-  EXPECT_EQ(categories[1].fLabel.fVariable, "");
+  EXPECT_EQ(categories[0].GetLabel().fText, "group = drug <A>");
+  EXPECT_EQ(categories[0].GetLabel().fVariable, "group");
+  EXPECT_EQ(std::get<double>(*categories[0].GetLabel().fValue), 1);
+  EXPECT_EQ(categories[1].GetLabel().fVariable, "");
 }
 
 TEST_F(OutputReport, TextsOutOfOrderAreProgrammingErrors) {

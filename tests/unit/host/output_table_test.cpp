@@ -47,6 +47,16 @@ TEST(OutputTable, FindsCategoriesByParentKindAndIdentityNotByText) {
   EXPECT_THAT(table.GetDimensions()[0].GetLeaves(), ElementsAre(total, level, inner));
 }
 
+TEST(OutputTable, TablesOfOneDocumentShareTheirTexts) {
+  const auto pool = std::make_shared<BayesHost::TextPool>();
+  const PivotTable one(Text("Title"), Text("Title"), pool);
+  const PivotTable other(Text("Title"), TextOfIdentity("Title", "other"), pool);
+  EXPECT_EQ(&one.GetTitle(), &one.GetSubtype());
+  EXPECT_EQ(&one.GetTitle(), &other.GetTitle());
+  EXPECT_NE(&one.GetSubtype(), &other.GetSubtype()) << "alike, but of another meaning";
+  EXPECT_EQ(other.GetSubtype().fIdentity, "other");
+}
+
 TEST(OutputTable, CategoryStaysCurrentUntilItsDimensionGetsAnother) {
   PivotTable table = MakeTable();
   table.FindOrAdd(0, -1, Text("a"), false);
@@ -76,7 +86,7 @@ TEST(OutputTable, LettersFollowTheFirstAppearance) {
   std::vector<std::string> texts;
   for (const int note : layout.GetNoteOrder())
     texts.push_back(layout.GetLetter(note) + " " +
-                    table.GetFootnotes()[static_cast<std::size_t>(note)].fText.fText);
+                    table.GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText);
   EXPECT_THAT(texts, ElementsAre("a on the title", "b shared", "c on the first cell", "d on row b"));
   EXPECT_EQ(layout.GetTableMarks(), "a");
   EXPECT_EQ(layout.GetMarks({2, 1, 0}), "b,c,d");
@@ -107,7 +117,8 @@ std::vector<std::string> ShowHeader(const PivotTable& table, const TableLayout& 
   for (const auto& cell : layout.MakeHeader(axis))
     cells.push_back(table.GetDimensions()[static_cast<std::size_t>(cell.fDimension)]
                         .fvCategories[static_cast<std::size_t>(cell.fCategory)]
-                        .fLabel.fText +
+                        .GetLabel()
+                        .fText +
                     " " + std::to_string(cell.fLevel) + "+" + std::to_string(cell.fLevelSpan) + " " +
                     std::to_string(cell.fFirstLine) + "+" + std::to_string(cell.fLineSpan));
   return cells;
