@@ -3,6 +3,7 @@
 #include <fmt/compile.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <numeric>
 #include <ostream>
@@ -15,6 +16,7 @@
 #include "host/files/TempFile.h"
 #include "host/files/TempNames.h"
 #include "platform/component/Common.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 
@@ -38,9 +40,11 @@ void AppendNumber(double number, std::string& lines) {
   lines.append(text, fmt::format_to(text, FMT_COMPILE("{}"), number));
 }
 
+// Threads turn stretches of the cases into text side by side; the stretches are written in their order.
 class CsvWriter {
  public:
-  CsvWriter(DataSet& data, std::ostream& out) : fData(data), fOut(out) {
+  CsvWriter(DataSet& data, std::ostream& out, int threads)
+      : fData(data), fOut(out), fvStretches(static_cast<std::size_t>(std::max(threads, 1))) {
     fvAll.resize(static_cast<std::size_t>(data.CountVariables()));
     std::iota(fvAll.begin(), fvAll.end(), 0);
   }
@@ -48,53 +52,64 @@ class CsvWriter {
   void Write() {
     fData.Require(fvAll);
     fData.Load();
-    for (const int variable : fvAll) {
-      if (variable > 0) fLines += ',';
-      AppendText(fData.GetVariable(variable).GetName(), fLines);
+    WriteNames();
+    ACAThreadFactory threads;
+    const int count = static_cast<int>(fvStretches.size());
+    for (std::uint64_t begin = 0; fOut && begin < fData.CountCases();
+         begin += fvStretches.size() * kStretchCases) {
+      threads.ForEach(count, count, [&](int i) {
+        const auto stretch = static_cast<std::size_t>(i);
+        FormatCases(begin + stretch * kStretchCases, fvStretches[stretch]);
+      });
+      for (const std::string& stretch : fvStretches) fOut << stretch;
     }
-    EndLine();
-    CaseCursor cursor = fData.MakeFileCursor(fvAll);
-    cursor.SetRange(0, fData.CountCases());
-    while (fOut && cursor.Next()) WriteCase(cursor.GetValues());
-    Flush();
   }
 
  private:
-  void WriteCase(const double* values) {
+  void WriteNames() {
+    std::string line;
     for (const int variable : fvAll) {
-      if (variable > 0) fLines += ',';
+      if (variable > 0) line += ',';
+      AppendText(fData.GetVariable(variable).GetName(), line);
+    }
+    fOut << line << '\n';
+  }
+
+  // The stretch that begins at this case, as far as there are cases.
+  void FormatCases(std::uint64_t begin, std::string& lines) const {
+    lines.clear();
+    const std::uint64_t end = std::min(begin + kStretchCases, fData.CountCases());
+    if (begin >= end) return;
+    CaseCursor cursor = fData.MakeFileCursor(fvAll);
+    cursor.SetRange(begin, end);
+    while (cursor.Next()) AppendCase(cursor.GetValues(), lines);
+  }
+
+  void AppendCase(const double* values, std::string& lines) const {
+    for (const int variable : fvAll) {
+      if (variable > 0) lines += ',';
       const double value = values[variable];
       if (value == MCCommon_850::MCMV::Missing()) continue;
       if (fData.GetVariable(variable).IsString()) {
-        AppendText(fData.GetStrings(variable).Decode(value), fLines);
+        AppendText(fData.GetStrings(variable).Decode(value), lines);
       } else {
-        AppendNumber(value, fLines);
+        AppendNumber(value, lines);
       }
     }
-    EndLine();
+    lines += '\n';
   }
 
-  void EndLine() {
-    fLines += '\n';
-    if (fLines.size() >= kPieceBytes) Flush();
-  }
-
-  void Flush() {
-    fOut << fLines;
-    fLines.clear();
-  }
-
-  static constexpr std::size_t kPieceBytes = 1 << 16;
+  static constexpr std::uint64_t kStretchCases = 16384;
 
   DataSet& fData;
   std::ostream& fOut;
   std::vector<int> fvAll;
-  std::string fLines;  // not yet written
+  std::vector<std::string> fvStretches;
 };
 
-void SaveCsv(DataSet& data, const std::filesystem::path& target) {
+void SaveCsv(DataSet& data, const std::filesystem::path& target, int threads) {
   OutputFile file(target);
-  CsvWriter(data, file.Stream()).Write();
+  CsvWriter(data, file.Stream(), threads).Write();
   file.Commit();
 }
 
@@ -114,7 +129,7 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   TempNames names;
   const std::filesystem::path csv = names.Make("bayes_save_");
   if (csv.empty()) throw std::system_error(errno, std::generic_category());
-  SaveCsv(data, csv);
+  SaveCsv(data, csv, limits.fThreads);
   Engine::Options options{limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}};
   Engine engine(options);
   engine.Run(
@@ -136,7 +151,7 @@ void SaveData(DataSet& data, const DataFile& target, const DataSet::Limits& limi
     if (target.fPath.extension() == ".parquet") {
       SaveParquet(data, target.fPath, limits);
     } else {
-      SaveCsv(data, target.fPath);
+      SaveCsv(data, target.fPath, limits.fThreads);
     }
   } catch (const std::system_error& error) {
     refuse(error.code().message() + ".");
