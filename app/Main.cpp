@@ -12,6 +12,7 @@
 #include "app/CommandLine.h"
 #include "app/Help.h"
 #include "app/Runner.h"
+#include "app/Version.h"
 #include "host/data/DataError.h"
 #include "host/files/OutputFile.h"
 #include "host/output/HtmlReport.h"
@@ -45,6 +46,7 @@ BayesHost::RunOptions MakeOptions(const Request& request) {
   options.fThreads = request.fThreads;
   options.fMemoryBytes = request.fMemoryBytes == 0 ? kDefaultMemory : request.fMemoryBytes;
   options.fProgress = !request.fQuiet;
+  options.fVersion = kVersion;
   options.fChartUse = FindChartUse(request);
   options.fChartStyle = request.fChartStyle;
   options.fParserMode =

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <numeric>
 #include <thread>
 
 #include "app/Version.h"
@@ -199,13 +200,19 @@ void Runner::OpenData(const DataStatement& data, const std::filesystem::path& fo
 }
 
 // A text file is read once: along with the columns of the first command that needs any come those that the
-// later commands on the same data name. A word that only looks like a name costs memory, not correctness; a
-// name that stands between quotes, or inside a range, is read when its command comes.
+// later commands on the same data name, and all columns when one of these saves the data. A word that only
+// looks like a name costs memory, not correctness; a name that stands between quotes, or inside a range, is
+// read when its command comes.
 void Runner::ExpectColumns(DataSet& data) const {
   std::vector<int> columns;
   for (std::size_t i = fNext; i < fvStatements.size(); ++i) {
     const Statement& statement = fvStatements[i];
     if (i > fNext && std::holds_alternative<DataStatement>(statement.fContent)) break;
+    if (std::holds_alternative<SaveStatement>(statement.fContent)) {
+      columns.resize(static_cast<std::size_t>(data.CountVariables()));
+      std::iota(columns.begin(), columns.end(), 0);
+      break;
+    }
     const std::string text = fSource.fSource.substr(statement.fBegin, statement.fEnd - statement.fBegin);
     for (const std::string& word : FindWords(text)) {
       if (const int column = data.FindVariable(word); column >= 0) columns.push_back(column);
@@ -220,7 +227,7 @@ void Runner::CompleteHead() {
     BayesHost::DataOrigin origin;
     origin.fFile = data->GetFileName();
     origin.fBytes = data->GetFileBytes();
-    origin.fVariables = static_cast<std::uint64_t>(data->CountVariables());
+    origin.fVariables = static_cast<std::uint64_t>(data->CountFileVariables());
     try {
       if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();

@@ -111,6 +111,11 @@ void BYSFactory::CompleteDataPass() {
   fpInpAdapt->CompletePass();
 }
 
+bool BYSFactory::CompleteExtFileIO() {
+  if (fpPooler != nullptr) fpPooler->CompletePMML();
+  return true;
+}
+
 bool BYSFactory::PrepareComponentRun() {
   if (fStatus.IsError()) return false;
   BYS::Assert(fpInpAdapt != nullptr && fpRecIter != nullptr, kSource, "fpInpAdapt != 0 && fpRecIter != 0");
@@ -198,6 +203,8 @@ bool BYSFactory::BuildModel(ACADataFileIter& dataFile) {
   if (fvSettings.size() > 1) dataFile.CloseDataFile();
   DisplayAllMessages();
   if (fStatus.IsWarning()) DisplayMessage(fStatus);
+  if (ok) SavePMMLFile();
+  if (ok && !fStatus.IsError()) fStatus = GetBSNComponent()->GetStatus();
   return ok;
 }
 

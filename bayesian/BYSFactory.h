@@ -9,6 +9,7 @@
 #include "bayesian/BYSValidSpecs.h"
 #include "platform/component/Component.h"
 #include "platform/host/Adapter.h"
+#include "platform/host/Files.h"
 #include "platform/host/Output.h"
 
 // Forwards the component's progress to the host's case counter; the counter ends with the listener.
@@ -40,6 +41,14 @@ class BYSFactory {
   bool PrepareComponentRun();
   // Builds the current split's model. True: its results can be shown.
   bool RunBSNComponent();
+  // Makes the writer of the model file, if one is asked for.
+  bool CreatePMMLPooler();
+  // Ends the model file when all splits have written theirs.
+  bool CompleteExtFileIO();
+  // Makes the saved variables, and back to the first split for the scoring pass. False: a name can't be had.
+  bool PrepareScoringPass();
+  // Saves the predictions of the current split's cases.
+  bool ScoringDataPass();
 
   BYSProcAdapter* GetInputAdapter() const { return fpInpAdapt.get(); }
   // -1 before the first split of a pass.
@@ -72,6 +81,15 @@ class BYSFactory {
   bool BuildComponent();
   std::unique_ptr<ACADataFileIter> FillDataFile();
   bool BuildModel(ACADataFileIter& dataFile);
+  // BYSFactoryExport.cpp
+  void SavePMMLFile();
+  void WritePMMLFile(const std::string& name, const VarList& varList,
+                     const MCBSN_850::BSNMultiRegOutputStats& stats) const;
+  // BYSFactoryScoring.cpp
+  bool CreateSaveVariables(const std::string& commandName);
+  bool CreateSaveVariable(std::size_t option, const std::string& commandName);
+  void ScoreRecord(const MCCommon_850::Record& record, const MCBSN_850::BSNMultiRegOutputStats& stats,
+                   ZARQ_InputCaseIterator& cases) const;
 
   BYSValidSpecs& fSpecs;
   ProcedureDataSource& fDataSource;
@@ -85,5 +103,7 @@ class BYSFactory {
   std::vector<std::unique_ptr<VarList>> fvVarLists;
   std::vector<std::unique_ptr<Component>> fvComponents;
   std::vector<int> fvSplitSizes;
+  std::vector<int> fvSaveVarInds;
+  std::unique_ptr<ZARQ_PMMLPooling> fpPooler;
   MCCommon_850::MCStatus fStatus;
 };

@@ -131,7 +131,12 @@ class BYSParser {
                      const std::string& subcommand, BinInfoElem& elem) const;
   bool ProcessFTestSubCom(const SubComObj& subcommand);
   bool CompleteFTests(const CommandSpec& spec);
-  bool RefuseSubCom(const SubComObj& subcommand);
+
+  // BYSParserSave.cpp: what a model leaves behind
+  bool ProcessSaveSubCom(const SubComObj& subcommand);
+  bool ProcessSaveVar(const SubComObj& subcommand, BYSValidSpecs::SaveOptions option);
+  bool ProcessOutFileSubCom(const SubComObj& subcommand);
+  std::string ReadExportFile(const SubComObj& subcommand, const char* name) const;
 
   // BYSParserRegrPrior.cpp
   bool ProcessRegrPriorSubCom(const SubComObj& subcommand);

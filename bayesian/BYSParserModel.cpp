@@ -20,8 +20,8 @@ std::vector<int> Join(std::vector<int> first, const std::vector<int>& second) {
 bool BYSParser::ProcessModelSubCommands(const CommandSpec& spec) {
   return ReadOne(spec, "DESIGN", &BYSParser::ProcessDesignSubCom) && CompleteDesign() &&
          ReadOne(spec, "PREDICT", &BYSParser::ProcessPredictSubCom) &&
-         ReadOne(spec, "SAVE", &BYSParser::RefuseSubCom) &&
-         ReadOne(spec, "OUTFILE", &BYSParser::RefuseSubCom) &&
+         ReadOne(spec, "SAVE", &BYSParser::ProcessSaveSubCom) &&
+         ReadOne(spec, "OUTFILE", &BYSParser::ProcessOutFileSubCom) &&
          ReadEach(spec, "FTEST", &BYSParser::ProcessFTestSubCom) && CompleteFTests(spec) &&
          ReadOne(spec, "PLOT", &BYSParser::ProcessPlotSubCom);
 }
@@ -118,12 +118,6 @@ bool BYSParser::AddModelValue(const ZARQ_Token& value, int variable, const std::
     return true;
   fMessage.GenericError("Invalid value ^1, variable ^2, param ^3, subcom ^4 ...", value.GetText(),
                         fDataSource.GetVariable(variable).GetName(), parameter, subcommand);
-  return false;
-}
-
-bool BYSParser::RefuseSubCom(const SubComObj& subcommand) {
-  subcommand.getExportParamObj();  // the message points at the subcommand last read
-  fMessage.GenericError("Subcommand ^1 not available yet ...", subcommand.getName());
   return false;
 }
 

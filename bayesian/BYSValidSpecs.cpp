@@ -26,6 +26,11 @@ BYSValidSpecs::BYSValidSpecs(const ProcedureDataSource& dataSource, const char* 
     : fDataSource(dataSource),
       fProcTitle(procTitle),
       fpStatSettings(std::make_unique<Settings>()),
+      fvSaveVarNames(kNSaveOptions),
+      fvSaveVarSuff(kNSaveOptions, false),
+      fvSaveVarLabels(kNSaveOptions),
+      fvSaveVarNotes(kNSaveOptions),
+      fvSaveVarFormats(kNSaveOptions),
       fvPrintCellOpts{true, false, false, false, false},
       fvPrintStatOpts{true, false} {
   fpStatSettings->SetFrequencyWeightVar(dataSource.GetWeightVarIndex());

@@ -83,6 +83,18 @@ class BYSValidSpecs {
   BinInfoElem& GetGroupInfoElem() { return fGroupInfoElem; }
   const BinInfoElem& GetGroupInfoElem() const { return fGroupInfoElem; }
 
+  // One entry for each of the SaveOptions. A name that is empty: not saved. The flag: the name is a root, to
+  // be completed by a suffix.
+  std::vector<std::string>& GetSaveVarNames() { return fvSaveVarNames; }
+  const std::vector<std::string>& GetSaveVarNames() const { return fvSaveVarNames; }
+  std::vector<bool>& GetSaveVarSuff() { return fvSaveVarSuff; }
+  const std::vector<bool>& GetSaveVarSuff() const { return fvSaveVarSuff; }
+  std::vector<std::string>& GetSaveVarLabels() { return fvSaveVarLabels; }
+  const std::vector<std::string>& GetSaveVarLabels() const { return fvSaveVarLabels; }
+  std::vector<std::string>& GetSaveVarNotes() { return fvSaveVarNotes; }
+  const std::vector<std::string>& GetSaveVarNotes() const { return fvSaveVarNotes; }
+  std::vector<ZARQ_Format>& GetSaveVarFormats() { return fvSaveVarFormats; }
+  const std::vector<ZARQ_Format>& GetSaveVarFormats() const { return fvSaveVarFormats; }
   void SetMaxObsAdded(int count) { fMaxObsAdded = count; }
   int GetMaxObsAdded() const { return fMaxObsAdded; }
   void SetOutFModelFileName(const std::string& name) { fModelFileName = name; }
@@ -138,6 +150,11 @@ class BYSValidSpecs {
   std::vector<BinInfoElem> fvBinInfoElems;
   int fGroupVarRec = -1;
   BinInfoElem fGroupInfoElem;
+  std::vector<std::string> fvSaveVarNames;
+  std::vector<bool> fvSaveVarSuff;
+  std::vector<std::string> fvSaveVarLabels;
+  std::vector<std::string> fvSaveVarNotes;
+  std::vector<ZARQ_Format> fvSaveVarFormats;
   int fMaxObsAdded = 0;
   std::string fModelFileName;
   std::string fParameterFileName;

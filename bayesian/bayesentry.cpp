@@ -36,13 +36,26 @@ void RunComponentPass(const ProcedureDataSource& dataSource, BYSFactory& factory
   }
 }
 
-void RunPasses(const ProcedureDataSource& dataSource, BYSFactory& factory, BYSOutput& output) {
+// Pass 2: every split's cases get their predictions.
+void RunScoringPass(const ProcedureDataSource& dataSource, BYSFactory& factory) {
+  if (!factory.PrepareScoringPass()) return;
+  while (!dataSource.FatalError() && factory.StartNewSplit()) {
+    if (!dataSource.FatalError()) factory.ScoringDataPass();
+  }
+}
+
+void RunPasses(const ProcedureDataSource& dataSource, BYSFactory& factory, BYSOutput& output,
+               int maxObsAdded) {
   bool run = RunMetadataPass(dataSource, factory);
   factory.CompleteDataPass();
+  if (run) run = factory.CreatePMMLPooler();
   if (!dataSource.FatalError() && run) run = factory.PrepareComponentRun();
   if (run) RunComponentPass(dataSource, factory, output);
   factory.CompleteDataPass();
   output.CompleteNotesTable();
+  const bool written = factory.CompleteExtFileIO();
+  if (!dataSource.FatalError() && run) run = written;
+  if (!dataSource.FatalError() && run && maxObsAdded > 0) RunScoringPass(dataSource, factory);
 }
 
 }  // namespace
@@ -63,16 +76,17 @@ void BayesEntry(void* /*context*/, BSNConst::ModelTypes type, const char* comman
   if (specs.GetCompSettingsPtr() == nullptr || dataSource.FatalError()) return;
 
   BEPesRepos::BEPesClear();
+  const int maxObsAdded = specs.GetMaxObsAdded();
   if (dataSource.ColumnCount() == 0) {
     ACAInpAdaptMsg(dataSource).NoValidCasesForSelect();
-  } else if (specs.GetMaxObsAdded() > 0) {
-    dataSource.SetMaxObsAdded(static_cast<unsigned>(specs.GetMaxObsAdded()));
+  } else if (maxObsAdded > 0) {
+    dataSource.SetMaxObsAdded(static_cast<unsigned>(maxObsAdded));
   }
 
   BYSFactory factory(&specs, dataSource, &procedure);
   BYSOutput output(dataSource, &procedure, &specs, &factory);
   output.AddToNotesTable();
-  RunPasses(dataSource, factory, output);
+  RunPasses(dataSource, factory, output, maxObsAdded);
   BEPesRepos::BEPesCheckError();
 }
 

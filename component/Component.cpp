@@ -5,6 +5,7 @@
 
 #include "component/Analysis.h"
 #include "component/CaseReader.h"
+#include "component/RegressionRecord.h"
 
 namespace MCBSN_850 {
 
@@ -20,17 +21,25 @@ class EmptyOutputStats : public BSNOutputStats {
   void Write(std::ostream& stream) const override { stream << "no results\n"; }
 };
 
+// Of models that score cases there is a record in any case: it scores none.
+std::unique_ptr<BSNOutputStats> MakeEmptyStats(const BSNSettings& settings) {
+  const BSNConst::ModelTypes type = settings.GetModelType();
+  if (type != BSNConst::Regression && type != BSNConst::Anova) return std::make_unique<EmptyOutputStats>();
+  return std::make_unique<BSNMultiRegOutputStats>(std::make_shared<BSNMultiRegOutputStats::Data>());
+}
+
 }  // namespace
 
 struct BSNComponent::State {
   BSNSettings fSettings;
   StatusList fStatuses;
-  std::unique_ptr<BSNOutputStats> fpStats = std::make_unique<EmptyOutputStats>();
+  std::unique_ptr<BSNOutputStats> fpStats;
 };
 
 BSNComponent::BSNComponent(const BSNSettings& settings, const MCXML_850::MCVarList& /*variables*/)
     : fpState(std::make_unique<State>()) {
   fpState->fSettings = settings;
+  fpState->fpStats = MakeEmptyStats(settings);
   StatusList unused;
   const bool isAnalysis = settings.IsValidSettings() && BayesComponent::MakeAnalysis(settings, unused);
   if (!isAnalysis) fpState->fStatuses.Fail(BayesComponent::kNoAnalysis);

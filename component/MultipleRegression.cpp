@@ -179,6 +179,10 @@ std::unique_ptr<BSNOutputStats> MultipleRegression::Finish() {
   record->fvPredictionPoint = PredictionPoint();
   const RegressionInference inference(fSettings, fModel, fit, fStatuses);
   if (WantsPosterior(fSettings)) inference.Report(*record);
+  record->fDependent = fSettings.GetDependentVar();
+  record->fFrequencyWeight = fSettings.GetFrequencyWeightVar();
+  record->fRegressionWeight = fSettings.GetRegrWeightVar();
+  record->fLevel = fSettings.GetCILevel();
   record->fScorer = inference.Scorer();
   return std::make_unique<Record>(record);
 }

@@ -1,6 +1,7 @@
 // The regression record as the platform hands it out, and the prediction of single cases.
 #include <cmath>
 #include <ostream>
+#include <utility>
 
 #include "component/RegressionRecord.h"
 #include "component/Results.h"
@@ -25,7 +26,7 @@ bool RegressionScorer::Score(const double* record, MCBSN_850::BayesEstimation& e
   for (Eigen::Index i = 0; i < x.size(); ++i)
     x[i] = TermOf(fvParameters[static_cast<std::size_t>(i)], record);
   const double location = fPosterior.LocationOf(x);
-  const double leverage = fPosterior.LeverageOf(x);
+  const double leverage = fPosterior.LeverageOf(std::move(x));
   const double halfWidth = fUnitHalfWidth * std::sqrt(leverage);
   estimation = {};
   estimation.fMode = estimation.fMedian = Shown(location);

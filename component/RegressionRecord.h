@@ -19,6 +19,10 @@ class RegressionScorer {
 
   bool Score(const double* record, MCBSN_850::BayesEstimation& estimation) const;
 
+  const Predictors& GetPredictors() const { return fPredictors; }
+  const std::vector<MCRegrParameter>& GetParameters() const { return fvParameters; }
+  const NormalInverseGamma& GetPosterior() const { return fPosterior; }
+
  private:
   Predictors fPredictors;
   std::vector<MCRegrParameter> fvParameters;
@@ -51,6 +55,11 @@ struct BSNMultiRegOutputStats::Data {
   BayesComponent::CurveSetColumns fCoefficientCurves;
   BayesComponent::CurveSet fErrorVarianceCurves;
   BayesComponent::CurveSet fPredictedCurves;
+  // Record slots, negative when there is none, and the credible level in percent: for exported models.
+  int fDependent = -1;
+  int fFrequencyWeight = -1;
+  int fRegressionWeight = -1;
+  double fLevel = BayesComponent::kMissing;
   // Nothing without a posterior.
   std::optional<BayesComponent::RegressionScorer> fScorer;
 };

@@ -52,8 +52,16 @@ NormalInverseGamma NormalInverseGamma::UpdatedBy(const LinearEvidence& data) con
           fShape + data.fN / 2, fScale + factor(q, q) * factor(q, q) / 2};
 }
 
-double NormalInverseGamma::LeverageOf(const Eigen::VectorXd& x) const {
-  return fFactor.transpose().triangularView<Eigen::Lower>().solve(x).squaredNorm();
+double NormalInverseGamma::LeverageOf(Eigen::VectorXd x) const {
+  fFactor.transpose().triangularView<Eigen::Lower>().solveInPlace(x);
+  return x.squaredNorm();
+}
+
+Eigen::MatrixXd NormalInverseGamma::SquaredScales() const {
+  const Eigen::Index q = fLocation.size();
+  const Eigen::MatrixXd inverse =
+      fFactor.triangularView<Eigen::Upper>().solve(Eigen::MatrixXd::Identity(q, q));
+  return SquaredScale() * inverse * inverse.transpose();
 }
 
 std::unique_ptr<Distribution> NormalInverseGamma::Student(double location, double variance) const {

@@ -1,4 +1,6 @@
 #include <exception>
+#include <memory>
+#include <system_error>
 
 #include "host/adapter/RecordLayout.h"
 #include "host/adapter/RecordReader.h"
@@ -7,6 +9,7 @@
 
 using BayesHost::CaseFate;
 using BayesHost::DataSet;
+using BayesHost::kScoringPass;
 using BayesHost::Session;
 
 std::vector<int> BayesHost::ListVariables(const ACAVarValidSpecs::State& layout) {
@@ -90,6 +93,7 @@ bool ACAProcDataSourceIter::Implementation::NewSplit() {
   const int next = GetAdapterState().fSplit + 1;
   if (next >= static_cast<int>(GetAdapterState().fvSplits.size())) {
     if (GetAdapterState().fNamesSplits) BayesHost::ForgetSplit();
+    FinishSaving();
     return false;
   }
   BeginSplit(next);
@@ -108,6 +112,7 @@ void ACAProcDataSourceIter::Implementation::Advance() {
     state.Accept();
     state.fHasRecord = true;
     fSplitEmpty = false;
+    if (fSaves) SaveInto(GetPosition());
     return;
   }
   if (fSplitEmpty) fState = kNoValidCase;
@@ -128,6 +133,33 @@ bool ACAProcDataSourceIter::Implementation::MakeRecord() {
   fAdapter.GetContVars(record);
   if (fHasFreeSlots) fAdapter.FillFreeVars(record);
   return fAdapter.PreprocessRecord(record);
+}
+
+void ACAProcDataSourceIter::Implementation::BeginScoring() {
+  if (fUsable) GetAdapterState().fPass = kScoringPass;
+  fpSaved = std::make_unique<BayesHost::SavedColumns>(*GetAdapterState().fpData);
+  fSaves = fUsable;
+}
+
+// To the record's case, which stands at this position of the order.
+void ACAProcDataSourceIter::Implementation::SaveInto(std::uint64_t position) {
+  try {
+    fpSaved->BeginCase(position);
+  } catch (const std::system_error& error) {
+    fSaves = false;
+    fSession.StoreError(error.what());
+  }
+}
+
+// What was interrupted, or ran into an error, gives no values at all.
+void ACAProcDataSourceIter::Implementation::FinishSaving() {
+  if (!fSaves || fSession.IsFatal()) return;
+  fSaves = false;
+  try {
+    fpSaved->Finish();
+  } catch (const std::system_error& error) {
+    fSession.StoreError(error.what());
+  }
 }
 
 ACAProcDataSourceIter::ACAProcDataSourceIter(ACAInputAdapter& adapter, bool readAhead)
@@ -154,6 +186,18 @@ void ACAProcDataSourceIter::Advance() {
 
 void ACAProcDataSourceIter::Restart() {
   if (fpImplementation->fUsable) fpImplementation->BeginPass(1);
+}
+
+void ACAProcDataSourceIter::NewPass(bool) {
+  if (fpImplementation->fUsable) fpImplementation->BeginPass(fpImplementation->GetAdapterState().fPass + 1);
+}
+
+void ACAProcDataSourceIter::SetLastPass() {
+  if (fpImplementation->GetAdapterState().fpData != nullptr) fpImplementation->BeginScoring();
+}
+
+ZARQ_InputCaseIterator* ACAProcDataSourceIter::GetProcDS() {
+  return fpImplementation->fpSaved.get();
 }
 
 const MCCommon_850::Record* ACAProcDataSourceIter::Current() const {

@@ -10,6 +10,7 @@ using MCXML_850::MCVariable;
 struct ACAVarListMetaData::State {
   MCVariable Describe(int slot) const;
   std::vector<MCCategory> ListCategories(int slot, const ZARQ_Variable& variable) const;
+  static std::vector<MCCategory> ListUserMissing(const ZARQ_Variable& variable);
 
   MCXML_850::MCVarList& fList;
   const ACAVarValidSpecs& fVarSpecs;
@@ -19,19 +20,32 @@ struct ACAVarListMetaData::State {
   std::map<int, std::string> fFreeNames;
 };
 
+namespace {
+
+MCCategory MakeCategory(const OBS& value, const ZARQ_Variable& variable) {
+  MCCategory category;
+  category.fIsString = value.IsString();
+  if (value.IsString()) category.fText = value.GetString();
+  if (!value.IsString()) category.fNumber = value.GetNumber();
+  category.fLabel = variable.GetValueLabel(value);
+  return category;
+}
+
+}  // namespace
+
 std::vector<MCCategory> ACAVarListMetaData::State::ListCategories(int slot,
                                                                   const ZARQ_Variable& variable) const {
   std::vector<MCCategory> categories;
   for (int code = 0; code < fAdapter.GetRecordCatVarSize(slot); ++code) {
-    const OBS& value = *fAdapter.DecodeRecordCatValue(slot, code);
-    MCCategory category;
-    category.fIsString = value.IsString();
-    if (value.IsString()) category.fText = value.GetString();
-    if (!value.IsString()) category.fNumber = value.GetNumber();
-    category.fLabel = variable.GetValueLabel(value);
-    categories.push_back(std::move(category));
+    categories.push_back(MakeCategory(*fAdapter.DecodeRecordCatValue(slot, code), variable));
   }
   return categories;
+}
+
+std::vector<MCCategory> ACAVarListMetaData::State::ListUserMissing(const ZARQ_Variable& variable) {
+  std::vector<MCCategory> values;
+  for (const OBS& value : variable.GetState().fvUserMissing) values.push_back(MakeCategory(value, variable));
+  return values;
 }
 
 MCVariable ACAVarListMetaData::State::Describe(int slot) const {
@@ -48,6 +62,7 @@ MCVariable ACAVarListMetaData::State::Describe(int slot) const {
   described.fName = variable.GetName();
   described.fLabel = variable.GetState().fLabel;
   described.fString = variable.IsString();
+  described.fvUserMissing = ListUserMissing(variable);
   if (described.fCategorical && fWithCategories) described.fvCategories = ListCategories(slot, variable);
   return described;
 }

@@ -12,7 +12,6 @@ namespace BayesHost {
 namespace {
 
 constexpr double kMissing = MCCommon_850::MCMV::Missing();
-constexpr int kScoringPass = 2;
 
 // The numbers that stand for a variable's user-missing values in its column.
 std::vector<double> FindUserMissing(const DataSet& data, int variable) {

@@ -8,6 +8,9 @@
 
 namespace BayesHost {
 
+// The pass in which cases take values.
+inline constexpr int kScoringPass = 2;
+
 // What becomes of a case; of two reasons the later one here holds.
 enum class CaseFate : std::uint8_t { Kept, Dropped, Uncounted };
 

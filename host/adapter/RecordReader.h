@@ -1,10 +1,12 @@
 // The walk over cases, split by split, pass by pass: the state behind ACAProcDataSourceIter.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "host/adapter/AdapterState.h"
+#include "host/data/SavedColumns.h"
 #include "platform/host/Adapter.h"
 
 namespace BayesHost {
@@ -28,6 +30,9 @@ struct ACAProcDataSourceIter::Implementation {
   void Advance();
   bool TakeRun();
   bool MakeRecord();
+  void BeginScoring();
+  void SaveInto(std::uint64_t position);
+  void FinishSaving();
   ACAInputAdapter::State& GetAdapterState() { return fAdapter.GetState(); }
 
   // Of the current record: its place in the order of the cases, and whether it is its run's first case.
@@ -48,4 +53,6 @@ struct ACAProcDataSourceIter::Implementation {
   std::size_t fNextOfRun = 0;
   std::vector<double> fvRecord;
   MCCommon_850::Record fRecord;
+  std::unique_ptr<BayesHost::SavedColumns> fpSaved;  // in the scoring pass
+  bool fSaves = false;                               // nothing went wrong with them so far
 };

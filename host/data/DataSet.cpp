@@ -45,10 +45,11 @@ DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options
       fSortCases(std::max(limits.fMemoryBytes / kSortShare, kLeastSortBytes) / sizeof(double)) {
   fFileBytes = std::filesystem::file_size(fFile.fPath);
   for (const VariableState& state : fpSource->GetVariables()) {
-    fvVariables.emplace_back(std::make_shared<const VariableState>(state));
+    fVariables.emplace_back(std::make_shared<const VariableState>(state));
   }
-  fvPlaces.resize(fvVariables.size());
-  fvPools.resize(fvVariables.size());
+  fFileVariables = fVariables.size();
+  fvPlaces.resize(fFileVariables);
+  fvPools.resize(fFileVariables);
 }
 
 DataSet::~DataSet() = default;
@@ -64,6 +65,43 @@ int DataSet::FindVariable(std::string_view name) const {
     ++similarCount;
   }
   return similarCount == 1 ? similar : -1;
+}
+
+ZARQ_Variable& DataSet::MakeVariable() {
+  fVariables.emplace_back(std::make_shared<const VariableState>());
+  fvPlaces.emplace_back();
+  fvPools.emplace_back();
+  return fVariables.back();
+}
+
+std::vector<int> DataSet::ListUnfilled() const {
+  std::vector<int> unfilled;
+  for (std::size_t i = fFileVariables; i < fvPlaces.size(); ++i) {
+    if (fvPlaces[i].fpStore == nullptr) unfilled.push_back(static_cast<int>(i));
+  }
+  return unfilled;
+}
+
+void DataSet::GiveValues(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store) {
+  GetGroups();
+  if (fpIndex->IsFileOrder()) return Adopt(variables, std::move(store));
+  for (std::size_t i = 0; i < variables.size(); ++i) {
+    Adopt({variables[i]}, Rearrange({store.get(), static_cast<int>(i)}, fpIndex->GetRows()));
+  }
+}
+
+void DataSet::FillWithMissing(const std::vector<int>& variables) {
+  CountCases();
+  for (const int variable : variables) {
+    auto store = std::make_unique<ColumnStore>(fBudget, 1);
+    while (store->CountRows() < fCases) {
+      const auto count = std::min<std::uint64_t>(fCases - store->CountRows(), store->GetRoom());
+      std::fill_n(store->GetTail(0), count, kMissing);
+      store->Advance(count);
+    }
+    store->Finish();
+    Adopt({variable}, std::move(store));
+  }
 }
 
 void DataSet::SetSplit(std::vector<int> variables) {
@@ -102,6 +140,11 @@ bool DataSet::Load(const StopQuery& stop) {
   required.insert(required.end(), fvSplit.begin(), fvSplit.end());
   if (fWeight >= 0) required.push_back(fWeight);
   required = ListUnread(std::move(required));
+  const auto made = std::find_if(required.begin(), required.end(),
+                                 [this](int i) { return static_cast<std::size_t>(i) >= fFileVariables; });
+  const std::vector<int> unfilled(made, required.end());
+  required.erase(made, required.end());
+  if (!unfilled.empty()) FillWithMissing(unfilled);
   if (required.empty()) return true;
 
   std::vector<int> all = std::exchange(fvExpected, {});
@@ -223,27 +266,28 @@ void DataSet::SortColumns(const std::vector<int>& variables) {
   for (const int variable : variables) {
     if (fSorted.contains(variable)) continue;
     if (positions.empty()) positions = fpIndex->MakePositions();
-    fSorted.emplace(variable, SortColumn(variable, positions));
+    fSorted.emplace(variable, Rearrange(fvPlaces[static_cast<std::size_t>(variable)], positions));
   }
 }
 
-// A copy in the order of the splits. Cases taken one by one from a file would cost a read each: instead each
-// pass over the column, from first to last, gathers the next stretch of the order in memory.
-std::unique_ptr<ColumnStore> DataSet::SortColumn(int variable, const std::vector<std::uint32_t>& positions) {
+// A copy in another order, given the new place of each row. Cases taken one by one from a file would cost a
+// read each: instead each pass over the column, from first to last, gathers the next stretch of the order in
+// memory.
+std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
+                                                const std::vector<std::uint32_t>& places) {
   auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
-  std::vector<double> stretch(std::min<std::size_t>(positions.size(), fSortCases));
-  for (std::size_t begin = 0; begin < positions.size(); begin += stretch.size()) {
-    CaseCursor cursor = MakeFileCursor({variable});
+  std::vector<double> stretch(std::min<std::size_t>(places.size(), fSortCases));
+  for (std::size_t begin = 0; begin < places.size(); begin += stretch.size()) {
+    CaseCursor cursor({column}, nullptr);
     cursor.SetRange(0, fCases);
     std::size_t row = 0;
     while (const std::size_t count = cursor.NextRun()) {
       for (const double* value = cursor.GetRun(0); value != cursor.GetRun(0) + count; ++value) {
-        const std::size_t place =
-            positions[row++] - begin;  // beyond all places for a case before the stretch
+        const std::size_t place = places[row++] - begin;  // beyond all places for a case before the stretch
         if (place < stretch.size()) stretch[place] = *value;
       }
     }
-    const std::size_t end = std::min(stretch.size(), positions.size() - begin);
+    const std::size_t end = std::min(stretch.size(), places.size() - begin);
     for (std::size_t from = 0; from < end;) {
       const std::size_t count = std::min(end - from, sorted->GetRoom());
       std::copy_n(stretch.data() + from, count, sorted->GetTail(0));

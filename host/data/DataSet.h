@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -42,11 +43,19 @@ class BAYES_PLATFORM DataSet {
   const DataFile& GetFile() const { return fFile; }
   const std::string& GetFileName() const { return fFile.fName; }
   std::uint64_t GetFileBytes() const { return fFileBytes; }
-  int CountVariables() const { return static_cast<int>(fvVariables.size()); }
-  const ZARQ_Variable& GetVariable(int index) const { return fvVariables[static_cast<std::size_t>(index)]; }
+  int CountVariables() const { return static_cast<int>(fVariables.size()); }
+  int CountFileVariables() const { return static_cast<int>(fFileVariables); }
+  const ZARQ_Variable& GetVariable(int index) const { return fVariables[static_cast<std::size_t>(index)]; }
   // Index of the variable with this name, or else of the only one whose name differs in case alone; -1 for
   // none.
   int FindVariable(std::string_view name) const;
+
+  // Adds a numeric variable without a name, missing in every case until GiveValues.
+  ZARQ_Variable& MakeVariable();
+  // The made variables that have no values yet.
+  std::vector<int> ListUnfilled() const;
+  // Values of made variables, a case to a row, in the order of the splits in force. Throws std::system_error.
+  void GiveValues(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
 
   // The split variables in force, outermost first; empty turns split files off.
   void SetSplit(std::vector<int> variables);
@@ -86,6 +95,7 @@ class BAYES_PLATFORM DataSet {
   MemoryBudget& GetBudget() { return fBudget; }
 
  private:
+  void FillWithMissing(const std::vector<int>& variables);
   std::vector<int> ListUnread(std::vector<int> wanted) const;
   bool LoadColumns(const std::vector<int>& variables, const StopQuery& stop);
   bool ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop);
@@ -94,14 +104,15 @@ class BAYES_PLATFORM DataSet {
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
   std::vector<ColumnPlace> FindPlaces(const std::vector<int>& variables) const;
   void SortColumns(const std::vector<int>& variables);
-  std::unique_ptr<ColumnStore> SortColumn(int variable, const std::vector<std::uint32_t>& positions);
+  std::unique_ptr<ColumnStore> Rearrange(const ColumnPlace& column, const std::vector<std::uint32_t>& places);
 
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
   MemoryBudget fBudget;
   Engine fEngine;
   std::unique_ptr<TableSource> fpSource;
-  std::vector<ZARQ_Variable> fvVariables;
+  std::deque<ZARQ_Variable> fVariables;  // those of the file, then those made; each stays in place
+  std::size_t fFileVariables;
   std::vector<int> fvSplit;
   int fWeight = -1;
   std::vector<int> fvRequired;

@@ -1,9 +1,10 @@
 #include "host/data/DataWriter.h"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <iterator>
 #include <numeric>
 #include <ostream>
 #include <system_error>
@@ -15,26 +16,35 @@
 #include "host/files/TempFile.h"
 #include "host/files/TempNames.h"
 #include "platform/component/Common.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 
 namespace {
 
 // Blanks at an end are quoted because a reader may take them off; a lone blank line would be no record.
-void AppendText(std::string_view text, std::string& line) {
+void AppendText(std::string_view text, std::string& lines) {
   const bool plain = text.find_first_of(",\"\n\r\t;|") == std::string_view::npos && !text.starts_with(' ');
   if (plain) {
-    line += text;
+    lines += text;
     return;
   }
-  line += '"';
-  for (const char c : text) line.append(c == '"' ? 2 : 1, c);
-  line += '"';
+  lines += '"';
+  for (const char c : text) lines.append(c == '"' ? 2 : 1, c);
+  lines += '"';
 }
 
+// With as many digits as bring the same number back.
+void AppendNumber(double number, std::string& lines) {
+  char text[32];
+  lines.append(text, fmt::format_to(text, FMT_COMPILE("{}"), number));
+}
+
+// Threads turn stretches of the cases into text side by side; the stretches are written in their order.
 class CsvWriter {
  public:
-  CsvWriter(DataSet& data, std::ostream& out) : fData(data), fOut(out) {
+  CsvWriter(DataSet& data, std::ostream& out, int threads)
+      : fData(data), fOut(out), fvStretches(static_cast<std::size_t>(std::max(threads, 1))) {
     fvAll.resize(static_cast<std::size_t>(data.CountVariables()));
     std::iota(fvAll.begin(), fvAll.end(), 0);
   }
@@ -42,46 +52,64 @@ class CsvWriter {
   void Write() {
     fData.Require(fvAll);
     fData.Load();
-    for (const int variable : fvAll) {
-      if (variable > 0) fLine += ',';
-      AppendText(fData.GetVariable(variable).GetName(), fLine);
+    WriteNames();
+    ACAThreadFactory threads;
+    const int count = static_cast<int>(fvStretches.size());
+    for (std::uint64_t begin = 0; fOut && begin < fData.CountCases();
+         begin += fvStretches.size() * kStretchCases) {
+      threads.ForEach(count, count, [&](int i) {
+        const auto stretch = static_cast<std::size_t>(i);
+        FormatCases(begin + stretch * kStretchCases, fvStretches[stretch]);
+      });
+      for (const std::string& stretch : fvStretches) fOut << stretch;
     }
-    EndLine();
-    CaseCursor cursor = fData.MakeFileCursor(fvAll);
-    cursor.SetRange(0, fData.CountCases());
-    while (fOut && cursor.Next()) WriteCase(cursor.GetValues());
   }
 
  private:
-  void WriteCase(const double* values) {
+  void WriteNames() {
+    std::string line;
     for (const int variable : fvAll) {
-      if (variable > 0) fLine += ',';
+      if (variable > 0) line += ',';
+      AppendText(fData.GetVariable(variable).GetName(), line);
+    }
+    fOut << line << '\n';
+  }
+
+  // The stretch that begins at this case, as far as there are cases.
+  void FormatCases(std::uint64_t begin, std::string& lines) const {
+    lines.clear();
+    const std::uint64_t end = std::min(begin + kStretchCases, fData.CountCases());
+    if (begin >= end) return;
+    CaseCursor cursor = fData.MakeFileCursor(fvAll);
+    cursor.SetRange(begin, end);
+    while (cursor.Next()) AppendCase(cursor.GetValues(), lines);
+  }
+
+  void AppendCase(const double* values, std::string& lines) const {
+    for (const int variable : fvAll) {
+      if (variable > 0) lines += ',';
       const double value = values[variable];
       if (value == MCCommon_850::MCMV::Missing()) continue;
       if (fData.GetVariable(variable).IsString()) {
-        AppendText(fData.GetStrings(variable).Decode(value), fLine);
+        AppendText(fData.GetStrings(variable).Decode(value), lines);
       } else {
-        fmt::format_to(std::back_inserter(fLine), "{}", value);
+        AppendNumber(value, lines);
       }
     }
-    EndLine();
+    lines += '\n';
   }
 
-  void EndLine() {
-    fLine += '\n';
-    fOut << fLine;
-    fLine.clear();
-  }
+  static constexpr std::uint64_t kStretchCases = 16384;
 
   DataSet& fData;
   std::ostream& fOut;
   std::vector<int> fvAll;
-  std::string fLine;
+  std::vector<std::string> fvStretches;
 };
 
-void SaveCsv(DataSet& data, const std::filesystem::path& target) {
+void SaveCsv(DataSet& data, const std::filesystem::path& target, int threads) {
   OutputFile file(target);
-  CsvWriter(data, file.Stream()).Write();
+  CsvWriter(data, file.Stream(), threads).Write();
   file.Commit();
 }
 
@@ -101,7 +129,7 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   TempNames names;
   const std::filesystem::path csv = names.Make("bayes_save_");
   if (csv.empty()) throw std::system_error(errno, std::generic_category());
-  SaveCsv(data, csv);
+  SaveCsv(data, csv, limits.fThreads);
   Engine::Options options{limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}};
   Engine engine(options);
   engine.Run(
@@ -123,7 +151,7 @@ void SaveData(DataSet& data, const DataFile& target, const DataSet::Limits& limi
     if (target.fPath.extension() == ".parquet") {
       SaveParquet(data, target.fPath, limits);
     } else {
-      SaveCsv(data, target.fPath);
+      SaveCsv(data, target.fPath, limits.fThreads);
     }
   } catch (const std::system_error& error) {
     refuse(error.code().message() + ".");

@@ -32,6 +32,8 @@ class SplitIndex {
   bool IsFileOrder() const { return fvOrder.empty(); }
   // The position of each row in this order.
   std::vector<std::uint32_t> MakePositions() const;
+  // The row at each position; empty for the order of the file.
+  const std::vector<std::uint32_t>& GetRows() const { return fvOrder; }
   // The row at a position of this order.
   std::uint64_t GetRow(std::uint64_t position) const {
     return fvOrder.empty() ? position : fvOrder[static_cast<std::size_t>(position)];

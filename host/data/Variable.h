@@ -13,6 +13,7 @@ struct ZARQ_Variable::State {
   std::string fName;
   std::string fLabel;  // empty: none
   ZARQ_Format fFormat;
+  ZARQ_Format fWriteFormat;
   bool fIsString = false;
   int fWidth = 8;  // bytes of a string variable's longest value, 8 for a numeric one
   Level fLevel = Level::Scale;

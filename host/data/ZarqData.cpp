@@ -1,8 +1,10 @@
 // The platform's view of the active data set: thin, over the session's DataSet.
 #include <algorithm>
+#include <stdexcept>
 
 #include "host/data/DataSet.h"
 #include "host/data/Variable.h"
+#include "host/output/BpCellTextState.h"
 #include "host/session/Session.h"
 #include "platform/component/Common.h"
 #include "platform/host/Data.h"
@@ -42,6 +44,30 @@ std::string ZARQ_Variable::GetValueLabel(const OBS& value) const {
   return label == labels.end() ? std::string() : label->second;
 }
 
+// Others may hold the state that was: they keep it.
+template <typename Change>
+void ZARQ_Variable::Alter(Change change) {
+  auto altered = std::make_shared<State>(*fpState);
+  change(*altered);
+  fpState = std::move(altered);
+}
+
+void ZARQ_Variable::SetName(const ZarqVarName& name) {
+  Alter([&](State& state) { state.fName = name.GetText(); });
+}
+void ZARQ_Variable::SetLabel(const BpCellText& label) {
+  Alter([&](State& state) { state.fLabel = BayesHost::GetShown(label).fText; });
+}
+void ZARQ_Variable::SetFormat(ZARQ_Format format) {
+  Alter([&](State& state) { state.fFormat = format; });
+}
+void ZARQ_Variable::SetWriteFormat(ZARQ_Format format) {
+  Alter([&](State& state) { state.fWriteFormat = format; });
+}
+void ZARQ_Variable::SetMeasurementLevel(int level) {
+  Alter([&](State& state) { state.fLevel = static_cast<State::Level>(level); });
+}
+
 int ZARQ_DataSource::ColumnCount() const {
   const DataSet* data = Session::Current().GetData();
   return data == nullptr ? 0 : data->CountVariables();
@@ -49,6 +75,13 @@ int ZARQ_DataSource::ColumnCount() const {
 
 const ZARQ_Variable& ZARQ_DataSource::GetVariable(int index) const {
   return Session::Current().GetData()->GetVariable(index);
+}
+
+ZARQ_Variable& ZARQ_DataSource::MakeVariable(int type, unsigned* index) {
+  if (type != 0) throw std::invalid_argument("only numeric variables can be made");
+  DataSet& data = *Session::Current().GetData();
+  *index = static_cast<unsigned>(data.CountVariables());
+  return data.MakeVariable();
 }
 
 double ZARQ_DataSource::GetMissingValue() {

@@ -42,8 +42,9 @@ OutputFile::~OutputFile() {
   std::filesystem::remove(fTemporary, ignored);
 }
 
+// A write that failed before has left its reason in errno.
 void OutputFile::Commit() {
-  errno = 0;
+  if (fStream) errno = 0;
   fStream.close();
   if (!fStream) ThrowLastError(fTarget);
   if (fTemporary != fTarget) std::filesystem::rename(fTemporary, fTarget);

@@ -71,6 +71,10 @@ inline constexpr char kHostNameTaken[] = "Host name ^1 taken, subcom ^2 ...";
 inline constexpr char kHostNameBad[] = "Host name ^1 bad, subcom ^2 ...";
 inline constexpr char kHostNameRoot[] = "Host no name from root ^1, subcom ^2 ...";
 
+// Model files.
+inline constexpr char kHostFileNotWritten[] = "Host file ^1 not written, reason ^2 ...";
+inline constexpr char kHostNoModelForFile[] = "Host no model for file ^1 ...";
+
 // Charts.
 inline constexpr char kHostChartFile[] = "Host chart file ^1 ...";
 inline constexpr char kHostChartTemplate[] = "Host chart template ^1 ...";

@@ -27,6 +27,11 @@ bool GetNames(const std::vector<ZARQ_Token>& tokens, const char* joint, std::vec
   return true;
 }
 
+void NoteReading(const std::shared_ptr<const SubComObj::State>& subcommand) {
+  BayesHost::ParserRun& run = BayesHost::GetParserRun();
+  run.fpLastRead = run.fRead[subcommand->fName] = subcommand;
+}
+
 }  // namespace
 
 ParamObj::ParamObj(std::shared_ptr<const State> state) : fpState(std::move(state)) {}
@@ -79,6 +84,12 @@ bool ParamObj::getUpStringList(std::vector<std::string>& keywords) const {
   return true;
 }
 
+bool ParamObj::getFilePath(std::string& path, bool, bool) const {
+  if (fpState->fvTokens.empty()) return false;
+  path = fpState->fvTokens.front().GetText();
+  return true;
+}
+
 bool ParamObj::getVarList(std::vector<ZARQ_Token>& names) const {
   return GetNames(fpState->fvTokens, "WITH", names);
 }
@@ -94,12 +105,12 @@ const std::string& SubComObj::getName() const {
 }
 
 const ParamObj* SubComObj::getParamObj(const std::string& name) const {
-  BayesHost::GetParserRun().fpLastRead = fpState;
+  NoteReading(fpState);
   return BayesHost::FindParam(*fpState, name);
 }
 
 const ParamObj* SubComObj::getExportParamObj() const {
-  BayesHost::GetParserRun().fpLastRead = fpState;
+  NoteReading(fpState);
   return fpState->fBody ? &*fpState->fBody : nullptr;
 }
 

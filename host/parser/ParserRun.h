@@ -2,7 +2,9 @@
 #pragma once
 
 #include <list>
+#include <map>
 #include <memory>
+#include <string>
 
 #include "host/parser/CommandState.h"
 #include "host/session/Session.h"
@@ -13,6 +15,8 @@ namespace BayesHost {
 struct ParserRun {
   // The subcommand that the module read last: its messages speak of this one. Null before it reads any.
   std::shared_ptr<const SubComObj::State> fpLastRead;
+  // All that it read, by name: for what is only checked when the command has run.
+  std::map<std::string, std::shared_ptr<const SubComObj::State>> fRead;
   // Category values handed to the module; their addresses stay.
   std::list<OBS> fValues;
 };

@@ -4,6 +4,7 @@
 #include "host/data/Variable.h"
 #include "host/output/HostKeys.h"
 #include "host/parser/Fault.h"
+#include "host/parser/Keywords.h"
 #include "host/parser/ParserRun.h"
 #include "host/parser/TokenCursor.h"
 #include "host/parser/VariableNames.h"
@@ -86,6 +87,29 @@ void CheckRepeats(const std::vector<NamedVariable>& variables) {
       Reject(BayesHost::kHostVariableRepeated, {GetVariable(later->fIndex).GetName()}, later->fPosition);
 }
 
+bool IsBlank(const std::string& text) {
+  return text.find_first_not_of(' ') == std::string::npos;
+}
+
+// Names that differ in case alone can't stand side by side in a file that the data engine writes.
+int FindTaken(const std::string& name) {
+  const ProcedureDataSource data;
+  for (int i = 0; i < data.ColumnCount(); ++i)
+    if (BayesHost::IsSameWord(data.GetVariable(i).GetName(), name)) return i;
+  return -1;
+}
+
+// Where the command asks for a variable that is to be made: its name, or else the parameter.
+std::size_t FindPlace(const ListName& list) {
+  const auto& read = BayesHost::GetParserRun().fRead;
+  const auto subcommand = read.find(list.fWhere);
+  const ParamObj* const param =
+      subcommand == read.end() ? nullptr : BayesHost::FindParam(*subcommand->second, list.fParam);
+  if (param == nullptr) return 0;
+  const ParamObj::State& state = param->GetState();
+  return state.fvTokens.empty() ? state.fPosition : state.fvTokens.front().GetPosition();
+}
+
 std::vector<NamedVariable> Join(const std::vector<NamedVariable>& first,
                                 const std::vector<NamedVariable>& second,
                                 const std::vector<NamedVariable>& third) {
@@ -111,6 +135,10 @@ VarSpecObj::VarSpecObj(const std::string& subcommand, const std::string& paramet
                        const CommandDescriptor& grammar)
     : fpState(std::make_unique<State>(MakeListName(subcommand, parameter, grammar.GetCommandName()),
                                       numericOnly)) {}
+
+VarSpecObj::VarSpecObj(const std::string& root, const std::string& subcommand, const std::string&,
+                       const ZARQ_DataSource&, bool)
+    : fpState(std::make_unique<State>(ListName{root, subcommand}, true)) {}
 
 VarSpecObj::~VarSpecObj() = default;
 VarSpecObj::VarSpecObj(const VarSpecObj& other) : fpState(std::make_unique<State>(*other.fpState)) {}
@@ -199,6 +227,33 @@ const OBS* VarSpecObj::ValidateCatValue(int index, const ZARQ_Token& value) cons
   if (!fits) return nullptr;
   return &BayesHost::GetParserRun().fValues.emplace_back(value.IsNumber() ? OBS(value.GetNumber())
                                                                           : OBS(value.GetText()));
+}
+
+bool VarSpecObj::NewVarNameByRoot(const ZarqVarName& root, ZarqVarName& result) const {
+  const bool named = fpState->Passes([&] {
+    if (IsBlank(root.GetText()))
+      Reject(BayesHost::kHostNameRoot, {root.GetText(), fpState->fName.fWhere}, FindPlace(fpState->fName));
+  });
+  if (!named) return false;
+  for (int suffix = 1;; ++suffix) {
+    const std::string name = root.GetText() + "_" + std::to_string(suffix);
+    if (FindTaken(name) >= 0) continue;
+    result = ZarqVarName(name);
+    return true;
+  }
+}
+
+int VarSpecObj::CheckNewVariable(const ZarqVarName& name) const {
+  const std::string& text = name.GetText();
+  const int taken = IsBlank(text) ? -1 : FindTaken(text);
+  const bool free = fpState->Passes([&] {
+    if (IsBlank(text))
+      Reject(BayesHost::kHostNameBad, {text, fpState->fName.fWhere}, FindPlace(fpState->fName));
+    if (taken >= 0)
+      Reject(BayesHost::kHostNameTaken, {GetVariable(taken).GetName(), fpState->fName.fWhere},
+             FindPlace(fpState->fName));
+  });
+  return free ? -1 : std::max(taken, 0);
 }
 
 int VarSpecObj::GetNValidVars() const {

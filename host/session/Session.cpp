@@ -37,6 +37,10 @@ SourcePlace FindPlace(const CommandText& command, std::size_t position) {
   return place;
 }
 
+std::filesystem::path ResolvePath(const CommandText& command, const std::string& name) {
+  return std::filesystem::path(command.fFile).parent_path() / name;
+}
+
 Session::Session(RunOptions options)
     : fOptions(options), fSeed(options.fSeed == 0 ? DrawSeed() : options.fSeed), fSeedSource(fSeed) {}
 Session::~Session() = default;

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <random>
 #include <string>
@@ -38,6 +39,7 @@ struct RunOptions {
   bool fProgress = false;  // a progress line on standard error
   bool fDebug = false;     // the debug channel on standard error
   ParserMode fParserMode = ParserMode::Run;
+  std::string fVersion;  // of the program, for files that name who wrote them
   ChartUse fChartUse = ChartUse::Drawing;
   std::string fChartStyle;  // the file of the chart colours; empty: the one of share/
 };
@@ -60,6 +62,9 @@ struct SourcePlace {
 
 // Place of a byte offset that is relative to the command's beginning.
 BAYES_PLATFORM SourcePlace FindPlace(const CommandText& command, std::size_t position);
+
+// A file that the command names: paths are relative to the folder of the command's file.
+BAYES_PLATFORM std::filesystem::path ResolvePath(const CommandText& command, const std::string& name);
 
 class BAYES_PLATFORM Session {
  public:

@@ -104,6 +104,13 @@ class BAYES_PLATFORM MCThreadFactory {
   virtual void ForEach(int count, int maxThreads, const std::function<void(int)>& task) = 0;
 };
 
+// The application as the header of an exported document names it.
+struct BAYES_PLATFORM MCApplicInfo4XML {
+  std::string fName;
+  std::string fVersion;
+  std::string fDescription;
+};
+
 class BAYES_PLATFORM MCTempFileNameMaker {
  public:
   virtual ~MCTempFileNameMaker() = default;

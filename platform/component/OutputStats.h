@@ -9,6 +9,7 @@
 #include "platform/Visibility.h"
 #include "platform/component/Common.h"
 #include "platform/component/Math.h"
+#include "platform/component/VarList.h"
 
 namespace MCBSN_850 {
 
@@ -363,6 +364,12 @@ class BAYES_PLATFORM BSNMultiRegOutputStats : public BSNOutputStats {
   // computed when the settings ask for it, is that of the response itself. False when there is no model or
   // the case lacks a predictor's value, and the estimation is then left alone.
   bool Score(const MCCommon_850::Record& record, BayesEstimation& estimation) const;
+
+  // A PMML 4.4 document: the fields as the variable list describes them and the model at its posterior
+  // location, with `isModel` also the squared scales and the credible bounds of its parameters. A posterior
+  // that is improper has no model in its document.
+  void ExportPMML(const MCXML_850::MCVarList& variables, std::ostream& stream, bool isModel,
+                  const MCCommon_850::MCApplicInfo4XML& application) const;
 
   // Curves per parameter, empty for those that are not plotted. The likelihoods are logarithms.
   const Curves& GetParamsArgumentsPlots4Likelihoods() const;

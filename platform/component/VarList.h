@@ -22,6 +22,7 @@ struct MCVariable {
   bool fCategorical = false;
   bool fString = false;
   std::vector<MCCategory> fvCategories;
+  std::vector<MCCategory> fvUserMissing;  // values that count as missing
 };
 
 class MCVarList {

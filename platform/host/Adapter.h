@@ -157,6 +157,13 @@ class BAYES_PLATFORM ACAProcDataSourceIter {
   void Advance();
   // Back to the first split: the component pass begins.
   void Restart();
+  // Back to the first split: one more pass begins. The flag is reserved; pass true.
+  void NewPass(bool);
+  // Makes the pass just begun the scoring pass: its missing rules hold, and its cases take values.
+  void SetLastPass();
+  // Where the current case of the scoring pass takes values; null before SetLastPass. What cases don't take
+  // stays missing. All values come into force when NewSplit finds no further split.
+  ZARQ_InputCaseIterator* GetProcDS();
   // The current record (GetRecordSize() doubles), null when there is none. Valid until Advance or NewSplit.
   const MCCommon_850::Record* Current() const;
 

@@ -6,10 +6,13 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
 #include "platform/Visibility.h"
+
+class BpCellText;
 
 // One observed value, a number or a string. Strings compare by bytes, trailing blanks ignored.
 class BAYES_PLATFORM OBS {
@@ -34,6 +37,17 @@ struct ZARQ_Format {
   std::uint8_t fDecimals = 2;
 };
 
+// A variable's name.
+class BAYES_PLATFORM ZarqVarName {
+ public:
+  ZarqVarName() = default;
+  explicit ZarqVarName(std::string text) : fText(std::move(text)) {}
+  const std::string& GetText() const { return fText; }
+
+ private:
+  std::string fText;
+};
+
 // One variable of the data set's dictionary. Lives as long as the data set.
 class BAYES_PLATFORM ZARQ_Variable {
  public:
@@ -50,10 +64,29 @@ class BAYES_PLATFORM ZARQ_Variable {
   // Empty when the value has no label.
   std::string GetValueLabel(const OBS& value) const;
 
+  // For a variable that MakeVariable made. `level`: 1 nominal, 2 ordinal, 3 scale. The write format is kept
+  // for other readers of the dictionary: this host writes numbers in full.
+  void SetName(const ZarqVarName& name);
+  void SetLabel(const BpCellText& label);
+  void SetFormat(ZARQ_Format format);
+  void SetWriteFormat(ZARQ_Format format);
+  void SetMeasurementLevel(int level);
+
   const State& GetState() const { return *fpState; }
 
  private:
+  template <typename Change>
+  void Alter(Change change);
+
   std::shared_ptr<const State> fpState;
+};
+
+// Writes into the case at hand of a pass over the data.
+class BAYES_PLATFORM ZARQ_InputCaseIterator {
+ public:
+  virtual ~ZARQ_InputCaseIterator() = default;
+  // `column`: dictionary index of a variable that MakeVariable made.
+  virtual void SetColumnValue(int column, double value) = 0;
 };
 
 class BAYES_PLATFORM ZARQ_DataSource {
@@ -61,6 +94,9 @@ class BAYES_PLATFORM ZARQ_DataSource {
   int ColumnCount() const;
   // By dictionary index, 0 <= index < ColumnCount().
   const ZARQ_Variable& GetVariable(int index) const;
+  // Adds a variable without a name to the data set, missing in every case; `index` becomes its dictionary
+  // index. `type` 0: numeric, the only one there is (std::invalid_argument otherwise).
+  ZARQ_Variable& MakeVariable(int type, unsigned* index);
   // The double that stands for missing in a record.
   static double GetMissingValue();
 };

@@ -31,6 +31,8 @@ class BAYES_PLATFORM ParamObj {
   bool getStringAndQual(std::string& keyword, std::vector<ZARQ_Token>& values) const;
   // Several keywords, in upper case, in the order given.
   bool getUpStringList(std::vector<std::string>& keywords) const;
+  // A file name as it was given. The flags are reserved; pass true.
+  bool getFilePath(std::string& path, bool, bool) const;
   // The variable names of a list with or without WITH (variable pairs).
   bool getVarList(std::vector<ZARQ_Token>& names) const;
   // The variable names around BY (table).

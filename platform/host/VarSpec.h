@@ -20,6 +20,9 @@ class BAYES_PLATFORM VarSpecObj {
   // A list of the command being parsed.
   VarSpecObj(const std::string& subcommand, const std::string& parameter, bool numericOnly,
              const CommandDescriptor& grammar);
+  // A variable to be made: `root` is the parameter that asks for it. The flag is reserved; pass false.
+  VarSpecObj(const std::string& root, const std::string& subcommand, const std::string& command,
+             const ZARQ_DataSource& dataSource, bool);
   ~VarSpecObj();
   VarSpecObj(const VarSpecObj&);
   VarSpecObj& operator=(const VarSpecObj&);
@@ -45,6 +48,13 @@ class BAYES_PLATFORM VarSpecObj {
   // Null (reported unless SetErrorReport is off): it can't be one. The value lives as long as the command's
   // run.
   const OBS* ValidateCatValue(int index, const ZARQ_Token& value) const;
+
+  // A name that no variable has: the root and the first suffix _1, _2 ... that is free. False (reported): the
+  // root can't begin a name.
+  bool NewVarNameByRoot(const ZarqVarName& root, ZarqVarName& result) const;
+  // Negative: a new variable can have the name. Otherwise (reported) the index of the variable that has it,
+  // in upper or lower case, or 0 when it is no name.
+  int CheckNewVariable(const ZarqVarName& name) const;
 
   int GetNValidVars() const;
   const std::vector<int>& GetVariables() const;

@@ -40,7 +40,9 @@
     head KEY | VALUE             an entry of the data in the report's head
     same --threads 2             with these arguments in place of `args` the report is the same, byte for byte
     file NAME | TEXT             a file of the case's folder holds this text (any, without TEXT), "\\n" for line ends; `no file NAME`: none
+    column NAME | COLUMN | 1.5 . 2     a CSV file's column, relative tolerance 1e-9, "." for an empty cell
 """
+import csv
 import gzip
 import math
 import pathlib
@@ -275,6 +277,15 @@ class Expectations:
         name, *text = fields(rest)
         path = self.folder / name
         return path.is_file() and "".join(text).replace("\\n", "\n") in path.read_text(encoding="utf-8")
+
+    def column(self, rest):
+        name, column, values = fields(rest)
+        with open(self.folder / name, encoding="utf-8", newline="") as file:
+            cells = [row[column] for row in csv.DictReader(file)]
+        expected = values.split()
+        return len(cells) == len(expected) and all(
+            cell == "" if value == "." else cell != "" and math.isclose(float(cell), float(value), rel_tol=1e-9)
+            for cell, value in zip(cells, expected))
 
     def same(self, rest):
         return self.start(rest.split()).stdout == self.stdout

@@ -78,9 +78,10 @@ class CommandRun {
   std::vector<std::string> GetMessages() const {
     std::vector<std::string> messages;
     for (const Item& item : fpOutput->GetItems()) {
-      const auto& message = std::get<Message>(item.fContent);
-      const bool isError = message.fLevel == Message::Level::Error;
-      messages.push_back((isError ? "error " : "warning ") + message.fText.fKey);
+      const auto* message = std::get_if<Message>(&item.fContent);
+      if (message == nullptr) continue;
+      const bool isError = message->fLevel == Message::Level::Error;
+      messages.push_back((isError ? "error " : "warning ") + message->fText.fKey);
     }
     return messages;
   }

@@ -106,7 +106,6 @@ TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
   const std::string invalid = "error Invalid value ^1, variable ^2, param ^3, subcom ^4 ...";
   const std::string count = "error Param ^1 need N vals same as N pred, subcom ^2 ...";
   const std::string idle = "warning Param ^1, subcom ^2, used only with ^3 ...";
-  const std::string refused = "error Subcommand ^1 not available yet ...";
   const struct {
     const Model& model;
     std::string body;
@@ -141,9 +140,9 @@ TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
       {kAnova, "x BY s /PLOT MEANS=2", false, invalid},
       {kRegression, "x WITH y /FTEST INTERCEPT=FALSE", false, "error No F test effects subcom ^1 ..."},
       {kRegression, "x WITH y /FTEST LABEL='t' TESTVALUES=1", false, "error No F test effects subcom ^1 ..."},
-      {kRegression, "x WITH y /SAVE MEANPRED", false, refused},
-      {kAnova, "x BY y /SAVE MODE=m", false, refused},
-      {kRegression, "x WITH y /OUTFILE MODEL='m.xml'", false, refused},
+      {kAnova, "x BY y /SAVE MODE=''", false, "error Param ^1, subcom ^2, at least one value ..."},
+      {kRegression, "x WITH y /OUTFILE MODEL='m.xml' PARAMETER='p.xml'", false,
+       "error Host params ^1 and ^2 exclusive, subcom ^3 ..."},
   };
   for (const auto& row : rows) {
     const Parsed parsed = Parse(row.model, row.body);
@@ -206,6 +205,50 @@ TEST(ModelParser, PredictorsTakeValuesOfTheirKind) {
   EXPECT_EQ(means.plots, (std::vector<bool>{false, true, false}));
 
   EXPECT_TRUE(Parse(kAnova, "x BY s /PREDICT REGRESSORS=a").binInfo.empty());
+}
+
+// "name suffix | " for each of the five statistics, then the count, whether variances are needed, the files.
+std::string ShowLeftBehind(const Model& model, const std::string& body) {
+  CommandRun run(model, body, "x,y,z,s,w\n1,2,3,a,1\n2,3,4,bb,2\n");
+  EXPECT_TRUE(run.Read()) << body;
+  const BYSValidSpecs& specs = run.GetSpecs();
+  std::string shown;
+  for (std::size_t i = 0; i < specs.GetSaveVarNames().size(); ++i) {
+    shown += specs.GetSaveVarNames()[i] + (specs.GetSaveVarSuff()[i] ? "_" : "") + "|";
+    EXPECT_EQ(specs.GetSaveVarLabels()[i].empty(), specs.GetSaveVarNames()[i].empty()) << body;
+    EXPECT_EQ(specs.GetSaveVarNotes()[i].empty(), specs.GetSaveVarNames()[i].empty()) << body;
+  }
+  shown += ShowEach(specs.GetMaxObsAdded(), specs.GetStatSettingsPtr()->GetComputeVarianceInScoring());
+  return shown + specs.GetOutFModelFileName() + "|" + specs.GetOutFParameterFileName();
+}
+
+TEST(ModelParser, SavedVariablesAndFilesKeepTheirNames) {
+  const struct {
+    const Model& model;
+    const char* body;
+    const char* expected;
+  } rows[] = {
+      {kRegression, "x WITH y", "|||||0 0 |"},
+      {kRegression, "x WITH y /SAVE MEANPRED", "MeanPredicted_|||||1 0 |"},
+      {kRegression, "x WITH y /SAVE MEANPRED=a MODE", "a||Mode_|||2 0 |"},
+      {kAnova, "x BY s /SAVE VARIANCE", "|Variance_||||1 1 |"},
+      {kAnova, "x BY s /SAVE CIMEANPREDL=lo", "|||lo||1 1 |"},
+      {kRegression, "x WITH y /SAVE CIMEANPREDU MODE=Mode", "||Mode||CIMeanPredictedUpper_|2 1 |"},
+      {kRegression, "x WITH y /OUTFILE MODEL='m.xml'", "|||||0 0 m.xml|"},
+      {kAnova, "x BY s /OUTFILE PARAMETER='no extension'", "|||||0 0 |no extension"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(ShowLeftBehind(row.model, row.body), row.expected) << row.body;
+}
+
+TEST(ModelParser, SavedVariablesAreShownAsTheDependentVariableWithMoreDigits) {
+  CommandRun run(kRegression, "x WITH y /SAVE MEANPRED VARIANCE", "x,y\n1.25,2\n2,3\n");
+  ASSERT_TRUE(run.Read());
+  const ZARQ_Format own = run.GetData().GetVariable(0).GetFormat();
+  const std::vector<ZARQ_Format>& formats = run.GetSpecs().GetSaveVarFormats();
+  EXPECT_EQ(formats[BYSValidSpecs::kMeanPred].fWidth, own.fWidth + 3);
+  EXPECT_EQ(formats[BYSValidSpecs::kMeanPred].fDecimals, own.fDecimals + 2);
+  EXPECT_EQ(formats[BYSValidSpecs::kVariance].fWidth, 40);
+  EXPECT_EQ(formats[BYSValidSpecs::kVariance].fDecimals, 3);
 }
 
 TEST(ModelParser, PlotFlagsAreOffUnlessTrue) {
