@@ -31,7 +31,9 @@ bool BYSParser::ProcessSaveSubCom(const SubComObj& subcommand) {
                                         !names[BYSValidSpecs::kCIMeanPredL].empty() ||
                                         !names[BYSValidSpecs::kCIMeanPredU].empty());
   const auto isSaved = [](const std::string& name) { return !name.empty(); };
-  fSpecs.SetMaxObsAdded(static_cast<int>(std::count_if(names.begin(), names.end(), isSaved)));
+  const auto nSaved = static_cast<int>(std::count_if(names.begin(), names.end(), isSaved));
+  if (nSaved == 0) fMessage.GenericWarning("Subcom ^1, names nothing ...", subcommand.getName());
+  fSpecs.SetMaxObsAdded(nSaved);
   return true;
 }
 

@@ -31,8 +31,14 @@ std::string NameOf(std::size_t parameter) {
   return "p" + std::to_string(parameter);
 }
 
+// XML knows no control characters but tab and line ends; the replacement character stands in for the others.
 void Set(pugi::xml_node node, const char* attribute, const std::string& text) {
-  node.append_attribute(attribute) = text.c_str();
+  std::string shown;
+  for (const char c : text) {
+    const bool isControl = static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
+    isControl ? shown += "\uFFFD" : shown += c;
+  }
+  node.append_attribute(attribute) = shown.c_str();
 }
 
 void AddExtension(pugi::xml_node node, const char* name, double value) {

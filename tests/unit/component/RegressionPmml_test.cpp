@@ -35,7 +35,7 @@ MCXML_850::MCVarList DescribeVariables() {
     MCXML_850::MCVariable variable;
     variable.fSlot = slot;
     variable.fName = names[slot];
-    if (slot == 0) variable.fLabel = "The response";
+    if (slot == 0) variable.fLabel = "The\x01response";
     if (slot == 1) {
       variable.fCategorical = true;
       variable.fvCategories = {Number(1, "first"), Number(2.5, "")};
@@ -92,7 +92,7 @@ TEST(RegressionPmml, DescribesTheFields) {
   EXPECT_THAT(List(document, "//DataField", "name"),
               ElementsAre("y", "group", "x & z", "precision", "times"));
   EXPECT_THAT(List(document, "//DataField", "displayName"),
-              ElementsAre("The response", "(none)", "(none)", "(none)", "(none)"));
+              ElementsAre("The\uFFFDresponse", "(none)", "(none)", "(none)", "(none)"));
   EXPECT_THAT(List(document, "//Value", "value"), ElementsAre("1", "2.5", "-9"));
   EXPECT_THAT(List(document, "//Value", "displayValue"), ElementsAre("first", "(none)", "none"));
   EXPECT_THAT(List(document, "//Value", "property"), ElementsAre("valid", "valid", "missing"));
