@@ -48,6 +48,11 @@ void TextReport::WriteItems(const ItemList& items, std::string split, std::ostre
     const std::string own = ShowSplit(item.GetSplit());
     if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
     split = own;
+    const auto* heading = std::get_if<Heading>(&item.fContent);
+    if (heading != nullptr && RepeatsSplit(*heading, split)) {
+      WriteItems(heading->fItems, split, out);
+      continue;
+    }
     out << '\n';
     std::visit([&](const auto& content) { WriteContent(content, out); }, item.fContent);
   }

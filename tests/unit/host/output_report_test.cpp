@@ -34,6 +34,11 @@ ZARQ_Variable MakeVariable(const std::string& name, const std::string& label, in
 const ZARQ_Variable kExtra = MakeVariable("extra", "Extra sleep (hours)", 1);
 const ZARQ_Variable kGroup = MakeVariable("group", "", 0);
 
+constexpr const char* kChart = R"({"title": "Posterior <1>", "data": {"name": "d"}, "mark": {"type": "line"},
+  "datasets": {"d": [{"x": 1, "y": 0.5}, {"x": 2.25, "y": 0.123456}, {"x": 3, "y": null}]},
+  "encoding": {"x": {"field": "x", "type": "quantitative", "title": "Mean"},
+               "y": {"field": "y", "type": "quantitative", "title": "Density"}}})";
+
 BpComposite Compose(const std::string& key, const std::vector<const BpCellText*>& parts) {
   BpComposite text(key, true);
   for (const BpCellText* part : parts) text.Add(*part);
@@ -117,7 +122,7 @@ class OutputReport : public testing::Test {
             kBpErrorLevelWarning);
     ShowSampleTable(procedure);
     BpHeading heading = procedure.Heading(ComposeSplit("[%1 = %2:, ^1 = ^2:]1"));
-    fpOutput->Add(Chart{"Plots for extra", "bayes", R"({"mark": "line", "width": 300})", "<svg></svg>"});
+    fpOutput->Add(Chart{"Plots for extra", "bayes", kChart, "<svg></svg>"});
     heading.Close();
     fpOutput->SetSplit({});
     Message message{Message::Level::Error, ShowKey("^1 = ^2", {"A", "B"}), 4, 3, "  /C A B"};
@@ -160,7 +165,7 @@ TEST_F(OutputReport, NarrowAsciiTextIsAsApproved) {
 TEST_F(OutputReport, HtmlIsAsApproved) {
   ShowSample();
   std::ostringstream out;
-  HtmlReport::Write(MakeReport(), "<title>{{title}}</title>\n{{head}}{{commands}}{{else}}.", out);
+  HtmlReport::Write(MakeReport(), "<title>{{title}}</title>\n{{head}}{{outline}}{{commands}}{{else}}.", out);
   ExpectApproved("output/sample.html", out.str());
 }
 
