@@ -82,7 +82,8 @@ void HtmlTable::WriteCaption() const {
 
 std::string HtmlTable::LabelOf(const TableLayout::HeaderCell& cell) const {
   const Category& category = fLayout.GetCategory(cell);
-  return E(category.fShowLabel ? category.GetLabel().fText : "") + HtmlMarks(fLayout.GetMarks(category.fvNotes));
+  return E(category.fShowLabel ? category.GetLabel().fText : "") +
+         HtmlMarks(fLayout.GetMarks(category.fvNotes));
 }
 
 void HtmlTable::WriteHead() const {

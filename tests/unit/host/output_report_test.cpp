@@ -7,8 +7,10 @@
 #include <sstream>
 
 #include "host/data/Variable.h"
+#include "host/output/CsvReport.h"
 #include "host/output/HtmlReport.h"
 #include "host/output/JsonReport.h"
+#include "host/output/MarkdownReport.h"
 #include "host/output/StringTable.h"
 #include "host/output/TextReport.h"
 #include "host/session/Session.h"
@@ -162,6 +164,20 @@ TEST_F(OutputReport, NarrowAsciiTextIsAsApproved) {
   ExpectApproved("output/sample-narrow.txt", Text({50, false, false, false}));
 }
 
+TEST_F(OutputReport, MarkdownIsAsApproved) {
+  ShowSample();
+  std::ostringstream out;
+  MarkdownReport::Write(MakeReport(), out);
+  ExpectApproved("output/sample.md", out.str());
+}
+
+TEST_F(OutputReport, CsvIsAsApproved) {
+  ShowSample();
+  std::ostringstream out;
+  CsvReport::Write(MakeReport(), out);
+  ExpectApproved("output/sample.csv", out.str());
+}
+
 TEST_F(OutputReport, HtmlIsAsApproved) {
   ShowSample();
   std::ostringstream out;
@@ -232,6 +248,25 @@ TEST_F(OutputReport, HiddenTableIsInNoReport) {
   BpProcedure procedure("", 10);
   procedure.PivotTable(BpString("F", true), BpString("F", true), false);
   EXPECT_TRUE(fpOutput->GetItems().empty());
+}
+
+TEST(OutputCsv, FieldsKeepTheirTextAndRunNothing) {
+  const std::pair<const char*, const char*> kFields[] = {
+      {"", ""},
+      {"a b", "a b"},
+      {"a,b", "\"a,b\""},
+      {"say \"no\"", "\"say \"\"no\"\"\""},
+      {"two\nlines", "\"two\nlines\""},
+      {"=1+1", "'=1+1"},
+      {"@x", "'@x"},
+      {"-2, or +3", "\"'-2, or +3\""},
+  };
+  for (const auto& [text, field] : kFields) EXPECT_EQ(CsvReport::Field(text), field);
+}
+
+TEST(OutputMarkdown, EscapesEverythingThatMarksUp) {
+  EXPECT_EQ(MarkdownReport::Escape("a|b *c*\n<img> [x](y) `z`"),
+            "a\\|b \\*c\\* \\<img\\> \\[x\\](y) \\`z\\`");
 }
 
 TEST(OutputHtml, EscapesEverythingThatMarksUp) {
