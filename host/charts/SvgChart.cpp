@@ -27,6 +27,7 @@ constexpr double kLineHeight = 1.3;
 constexpr double kMargin = 10;
 constexpr double kGap = 6;
 constexpr double kTickLength = 5;
+constexpr double kLabelGap = 3;  // between a tick and its label
 constexpr double kKeyLength = 26;  // of the sample of its line before a panel's title
 constexpr double kPixelsPerYTick = 30;
 constexpr double kPixelsPerXTick = 45;
@@ -116,7 +117,7 @@ struct Plot {
     const double tooLongTitle = std::max(0.0, title - fPanel.fWidth);
     return {std::max(labels + kTickLength + kGap + HeightOf(fvYTitle, kLabelSize) + kGap, halfLabel),
             HeightOf(fvTitle, kPanelTitleSize) + kGap, std::max(halfLabel, tooLongTitle),
-            kTickLength + kLabelSize * kLineHeight + HeightOf(fvXTitle, kLabelSize) + kGap};
+            kTickLength + kLabelGap + kLabelSize * kLineHeight + HeightOf(fvXTitle, kLabelSize) + kGap};
   }
 
   const ChartPanel& fPanel;
@@ -235,7 +236,7 @@ class Writer {
 
   void WriteXAxis(const Plot& plot) {
     const double height = plot.fPanel.fHeight;
-    const double labelTop = height + kTickLength;
+    const double labelTop = height + kTickLength + kLabelGap;
     for (std::size_t i = 0; i < plot.fX.fTicks.GetValues().size(); ++i) {
       const double at = plot.fX.At(plot.fX.fTicks.GetValues()[i]);
       WriteGrid(at, 0, at, height);
@@ -253,7 +254,7 @@ class Writer {
       const double at = plot.fPanel.fHeight - plot.fY.At(plot.fY.fTicks.GetValues()[i]);
       WriteGrid(0, at, plot.fPanel.fWidth, at);
       WriteRule(-kTickLength, at, 0, at);
-      WriteLines({plot.fY.fTicks.GetLabels()[i]}, -kTickLength - 3, at - kLabelSize * kLineHeight / 2,
+      WriteLines({plot.fY.fTicks.GetLabels()[i]}, -kTickLength - kLabelGap, at - kLabelSize * kLineHeight / 2,
                  kLabelSize, "end", "");
     }
     WriteRule(0, 0, 0, plot.fPanel.fHeight);
