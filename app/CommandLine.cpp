@@ -32,9 +32,10 @@ std::string ReadFormat(const std::string& name, Format& format) {
 
 // Without --format, the output file's ending decides.
 Format GuessFormat(const std::string& file) {
-  const std::size_t dot = file.rfind('.');
-  const auto found = dot == std::string::npos ? kFormats.end() : kFormats.find(file.substr(dot + 1));
-  return found == kFormats.end() ? Format::Text : found->second;
+  Format format = Format::Text;
+  const std::string ending = file.substr(file.rfind('.') + 1);
+  ReadFormat(ending == "htm" ? "html" : ending, format);
+  return format;
 }
 
 void AddSource(CLI::App& command, Request& request) {

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/charts/ChartPanels.h"
@@ -23,13 +24,23 @@ std::vector<ChartPoint> PointsOf(const ChartPanel& panel) {
   return points;
 }
 
+// With the decimals that tell neighbouring rows apart, three digits of their distance; far from one in the
+// shortest notation. Adding zero takes the sign off -0.
+std::string ShowArgument(double value, double distance) {
+  const double decimals = distance > 0 ? 2 - std::floor(std::log10(distance)) : 0;
+  return std::abs(decimals) <= 8
+             ? fmt::format("{:.{}f}", value + 0.0, std::max(0, static_cast<int>(decimals)))
+             : fmt::format("{:.6g}", value + 0.0);
+}
+
 // Every so many points, the last one included.
 void WriteRows(const std::vector<ChartPoint>& points, std::ostream& out) {
   const std::size_t step = std::max<std::size_t>(1, (points.size() - 1) / kRows);
+  const double distance = points[std::min(step, points.size() - 1)].fX - points.front().fX;
   for (std::size_t i = 0; i < points.size(); i += step) {
     const ChartPoint& point = points[points.size() - i <= step ? points.size() - 1 : i];
-    out << fmt::format("<tr><td class=\"number\">{:.5g}</td><td class=\"number\">{:.4g}</td></tr>\n",
-                       point.fX, point.fY);
+    out << fmt::format("<tr><td class=\"number\">{}</td><td class=\"number\">{:.4g}</td></tr>\n",
+                       ShowArgument(point.fX, distance), point.fY + 0.0);
   }
 }
 
