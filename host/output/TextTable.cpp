@@ -19,7 +19,8 @@ std::string WithMarks(const std::string& text, const std::string& marks) {
 }
 
 std::string Label(const TableLayout& layout, const Category& category) {
-  return WithMarks(category.fShowLabel ? category.GetLabel().fText : "", layout.GetMarks(category.fvNotes));
+  return WithMarks(category.fShowLabel ? PlainText(category.GetLabel().fText) : "",
+                   layout.GetMarks(category.fvNotes));
 }
 
 void TrimEnd(std::string& line) {
@@ -66,7 +67,7 @@ void TextTable::MakeStub() {
   fvCorner.resize(fvStub.size());
   for (std::size_t i = 0; i < rows.fvDimensions.size(); ++i)
     fvCorner[static_cast<std::size_t>(rows.fvFirstLevels[i])] =
-        fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].GetLabel().fText;
+        PlainText(fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].GetLabel().fText);
   for (TextColumn& column : fvStub) column.fvTexts.resize(rows.fvLines.size());
   for (const auto& cell : fLayout.MakeHeader(rows))
     fvStub[static_cast<std::size_t>(cell.fLevel)].fvTexts[static_cast<std::size_t>(cell.fFirstLine)] =
@@ -104,7 +105,7 @@ TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) con
 
 // The marks of a column stand in a strip of their own, so that its numbers stay in line.
 std::string TextTable::ShowCell(const Cell* cell, int markWidth) const {
-  std::string text = cell != nullptr && cell->fContent ? cell->fContent->fText : "";
+  std::string text = cell != nullptr && cell->fContent ? PlainText(cell->fContent->fText) : "";
   const std::string marks = cell == nullptr ? "" : WithMarks("", fLayout.GetMarks(cell->fvNotes));
   return text.empty() && marks.empty() ? text : text + PadText(marks, markWidth, Align::Left);
 }

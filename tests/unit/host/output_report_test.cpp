@@ -204,6 +204,23 @@ TEST_F(OutputReport, ColourAddsNothingButSequences) {
   EXPECT_EQ(coloured, Text({}));
 }
 
+TEST_F(OutputReport, TextFromDataSteersNoTerminal) {
+  BpProcedure procedure("\x1b[31mtitle", 10);
+  const BpString evil("\x1b]0;evil\a", false);
+  BpPivotTable table = procedure.PivotTable(evil, evil, true);
+  table.Caption(Compose("^1 Prior on Variance ^2...", {&evil, &evil}));
+  BpDimension rows = table.Dimension(evil, 2);
+  rows.Position(BpDimension::kRows, 1, true, true);
+  BpDimension columns = table.Dimension(evil, 2);
+  columns.Position(BpDimension::kColumns, 1, true, true);
+  rows.Category(evil);
+  columns.Category(evil).Cell(evil);
+  AddNotes(4, evil, evil);
+  fpOutput->Add(Chart{"\x1b[31mchart", "bayes", kChart, ""});
+  EXPECT_THAT(Text({}), testing::Not(testing::HasSubstr("\x1b")));
+  EXPECT_THAT(Text({}), testing::HasSubstr("?]0;evil?"));
+}
+
 TEST_F(OutputReport, OnlyErrorsFailTheCommand) {
   BpError(BpString("Internal warning ...", true), kBpErrorShowAll, kBpErrorLevelWarning);
   EXPECT_FALSE(fpOutput->IsFailed());
