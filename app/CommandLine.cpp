@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <map>
 
 #include "app/Version.h"
@@ -33,8 +34,8 @@ std::string ReadFormat(const std::string& name, Format& format) {
 // Without --format, the output file's ending decides.
 Format GuessFormat(const std::string& file) {
   Format format = Format::Text;
-  const std::string ending = file.substr(file.rfind('.') + 1);
-  ReadFormat(ending == "htm" ? "html" : ending, format);
+  const std::string ending = std::filesystem::path(file).extension();
+  if (!ending.empty()) ReadFormat(ending == ".htm" ? "html" : ending.substr(1), format);
   return format;
 }
 

@@ -26,7 +26,7 @@ TEST(CommandLine, FormatComesFromItsNameElseFromTheFile) {
   const Case cases[] = {
       {{}, Format::Text},
       {{"-o", "out.txt"}, Format::Text},
-      {{"-o", "no-ending"}, Format::Text},
+      {{"-o", "a.json/md"}, Format::Text},
       {{"-o", "out.html"}, Format::Html},
       {{"-o", "out.htm"}, Format::Html},
       {{"-o", "out.json"}, Format::Json},
