@@ -7,6 +7,7 @@ import pathlib
 import shutil
 import subprocess
 import sys
+import tempfile
 
 import report as reports
 
@@ -53,9 +54,11 @@ def main(program, examples):
         print("skipped: node or the chart library is missing (tools/setup installs both)")
         return 77
     documents = []
-    for study in sorted(pathlib.Path(examples).glob("*/*.bay")):
-        _, report, _ = reports.run(program, [study.name, "--seed", "1", "--quiet"], study.parent)
-        documents += [chart["vegaLite"] for chart in reports.items(report, "chart")]
+    with tempfile.TemporaryDirectory() as folder:  # some studies write files beside them
+        copy = shutil.copytree(examples, pathlib.Path(folder, "examples"))
+        for study in sorted(copy.glob("*/*.bay")):
+            _, report, _ = reports.run(program, [study.name, "--seed", "1", "--quiet"], study.parent)
+            documents += [chart["vegaLite"] for chart in reports.items(report, "chart")]
     done = subprocess.run([node, DRAW, LIBRARY], input=json.dumps(documents), capture_output=True, text=True, timeout=300)
     print(done.stderr)
     found = [f"{document['title']['text']}: {fault}" for document, drawn in zip(documents, json.loads(done.stdout))
