@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 #include <map>
 
 #include "app/Version.h"
@@ -16,14 +17,26 @@ constexpr const char* kDescription =
     "  bayes run -d data.csv -c 'BAYES ONESAMPLE /INFERENCE DISTRIBUTION=NORMAL VARIABLES=height.'\n"
     "  bayes help ONESAMPLE                    the grammar of a command";
 
-const std::map<std::string, Format> kFormats{
-    {"text", Format::Text}, {"json", Format::Json}, {"html", Format::Html}};
+const std::map<std::string, Format> kFormats{{"text", Format::Text},
+                                             {"json", Format::Json},
+                                             {"html", Format::Html},
+                                             {"md", Format::Markdown},
+                                             {"csv", Format::Csv}};
+
+// In any case of letters; empty: the format is known.
+std::string ReadFormat(const std::string& name, Format& format) {
+  const auto found = kFormats.find(CLI::detail::to_lower(name));
+  if (found == kFormats.end()) return name + " is no format: expected text, json, html, md or csv";
+  format = found->second;
+  return "";
+}
 
 // Without --format, the output file's ending decides.
 Format GuessFormat(const std::string& file) {
-  const std::size_t dot = file.rfind('.');
-  const auto found = dot == std::string::npos ? kFormats.end() : kFormats.find(file.substr(dot + 1));
-  return found == kFormats.end() ? Format::Text : found->second;
+  Format format = Format::Text;
+  const std::string ending = std::filesystem::path(file).extension();
+  if (!ending.empty()) ReadFormat(ending == ".htm" ? "html" : ending.substr(1), format);
+  return format;
 }
 
 void AddSource(CLI::App& command, Request& request) {
@@ -69,10 +82,15 @@ Request ParseCommandLine(int argc, char** argv) {
   CLI::App* run = app.add_subcommand("run", "run the commands of a file");
   AddSource(*run, request);
   AddLimits(*run, request);
-  run->add_option("-o,--output", request.fOutputFile, "file for the results (.html, .json or text)");
-  CLI::Option* format =
-      run->add_option("--format", request.fFormat, "form of the results: text, json or html")
-          ->transform(CLI::CheckedTransformer(kFormats));
+  run->add_option("-o,--output", request.fOutputFile,
+                  "file for the results (.html, .json, .md, .csv, else text)");
+  CLI::Option* format = run->add_option_function<std::string>(
+      "--format",
+      [&request](const std::string& name) {
+        const std::string problem = ReadFormat(name, request.fFormat);
+        if (!problem.empty()) throw CLI::ValidationError("--format", problem);
+      },
+      "form of the results: text, json, html, md or csv");
   run->add_option("--charts", request.fChartFolder,
                   "folder for the charts, each as a drawing (.svg) and as a Vega-Lite document (.vl.json)");
   run->add_option("--style", request.fChartStyle, "file of the charts' colours")->check(CLI::ExistingFile);

@@ -9,7 +9,7 @@ namespace BayesApp {
 
 enum class Action { Run, Check, DescribeData, Help, Done };
 
-enum class Format { Text, Json, Html };
+enum class Format { Text, Json, Html, Markdown, Csv };
 
 struct Request {
   Action fAction = Action::Done;

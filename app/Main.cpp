@@ -15,8 +15,10 @@
 #include "app/Version.h"
 #include "host/data/DataError.h"
 #include "host/files/OutputFile.h"
+#include "host/output/CsvReport.h"
 #include "host/output/HtmlReport.h"
 #include "host/output/JsonReport.h"
+#include "host/output/MarkdownReport.h"
 #include "host/output/TextReport.h"
 #include "host/session/Session.h"
 
@@ -64,6 +66,14 @@ bool IsUnicodeLocale() {
   return false;
 }
 
+// https://no-color.org
+bool WantsColour(int stream) {
+  const char* refused = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  const bool isDumb = terminal != nullptr && std::string(terminal) == "dumb";
+  return isatty(stream) != 0 && !isDumb && (refused == nullptr || *refused == '\0');
+}
+
 // On a terminal the tables fit it; elsewhere they get a width that suits a page, and messages that standard
 // error won't keep beside them.
 BayesHost::TextReport::Options MakeTextOptions(bool toFile) {
@@ -73,7 +83,7 @@ BayesHost::TextReport::Options MakeTextOptions(bool toFile) {
   const bool known = terminal && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
   options.fWidth = known ? size.ws_col : kDefaultWidth;
   options.fUnicode = toFile || IsUnicodeLocale();
-  options.fColour = terminal && std::getenv("NO_COLOR") == nullptr;
+  options.fColour = !toFile && WantsColour(STDOUT_FILENO);
   options.fMessages = toFile;
   return options;
 }
@@ -84,6 +94,10 @@ void WriteReport(const Request& request, const BayesHost::Report& report, std::o
       return BayesHost::JsonReport::Write(report, out);
     case Format::Html:
       return BayesHost::HtmlReport::Write(report, out);
+    case Format::Markdown:
+      return BayesHost::MarkdownReport::Write(report, out);
+    case Format::Csv:
+      return BayesHost::CsvReport::Write(report, out);
     case Format::Text:
       return BayesHost::TextReport(MakeTextOptions(!request.fOutputFile.empty())).Write(report, out);
   }
@@ -106,7 +120,7 @@ int RunCommands(const Request& request) {
   const BayesHost::Session::Use use(session);
   interruptedSession = &session;
   std::signal(SIGINT, OnInterrupt);
-  Runner runner(request, session);
+  Runner runner(request, session, WantsColour(STDERR_FILENO));
   const bool ok = runner.Run();
   if (request.fAction == Action::Run && runner.HasRun()) {
     DeliverReport(request, runner.GetReport());

@@ -67,7 +67,8 @@ void AddError(CommandOutput& output, BayesHost::ShownText text) {
 
 }  // namespace
 
-Runner::Runner(const Request& request, BayesHost::Session& session) : fRequest(request), fSession(session) {
+Runner::Runner(const Request& request, BayesHost::Session& session, bool colour)
+    : fRequest(request), fSession(session), fColour(colour) {
   fReport.fHead.fVersion = kVersion;
 }
 
@@ -134,7 +135,7 @@ bool Runner::RunStatement(const Statement& statement) {
 }
 
 void Runner::Execute(const DataStatement& data) {
-  fSession.SetData(nullptr);
+  fSession.DropData();
   OpenData(data, GetFolder());
 }
 
@@ -173,7 +174,7 @@ bool Runner::ResolveNames(const char* statement, const std::vector<ZARQ_Token>& 
                           std::vector<int>& indices) const {
   if (fSession.GetData() == nullptr) {
     fSession.GetOutput().AddMessage(
-        BayesHost::MakeMessage({BayesHost::kHostNoData, {}, 0}, fSession.GetCommand()));
+        BayesHost::MakeMessage({fSession.GetNoDataKey(), {}, 0}, fSession.GetCommand()));
     return false;
   }
   if (names.empty()) return true;
@@ -248,7 +249,7 @@ void Runner::ShowMessages(const CommandOutput& output) const {
       if (fRequest.fQuiet && message->fLevel == BayesHost::Message::Level::Warning) continue;
       std::cerr << BayesHost::Diagnostic::Of(*message, fSource.fFile.empty() ? "-c" : fSource.fFile,
                                              output.GetLine())
-                       .Format(false);
+                       .Format(fColour);
     }
   };
   show(show, output.GetItems());

@@ -19,8 +19,8 @@ namespace BayesApp {
 class Runner {
  public:
   // The session must be the thread's current one and outlive the runner. Throws std::runtime_error when the
-  // module can't be loaded.
-  Runner(const Request& request, BayesHost::Session& session);
+  // module can't be loaded. `colour`: of the messages on standard error.
+  Runner(const Request& request, BayesHost::Session& session, bool colour);
 
   // Runs everything. False: something failed.
   bool Run();
@@ -47,6 +47,7 @@ class Runner {
 
   const Request& fRequest;
   BayesHost::Session& fSession;
+  bool fColour;
   Module fModule;
   BayesHost::CommandText fSource;
   BayesHost::Report fReport;

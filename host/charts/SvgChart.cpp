@@ -20,15 +20,17 @@ constexpr const char* kFont = "system-ui, -apple-system, 'Segoe UI', 'DejaVu San
 // side.
 constexpr double kTitleSize = 15;
 constexpr double kPanelTitleSize = 13;
-constexpr double kLabelSize = 11;
+constexpr double kLabelSize = 12;
 constexpr double kCharacterWidth = 0.6;
 constexpr double kLineHeight = 1.3;
 
 constexpr double kMargin = 10;
 constexpr double kGap = 6;
 constexpr double kTickLength = 5;
+constexpr double kLabelGap = 3;    // between a tick and its label
+constexpr double kKeyLength = 26;  // of the sample of its line before a panel's title
 constexpr double kPixelsPerYTick = 30;
-constexpr double kPixelsPerXTick = 55;
+constexpr double kPixelsPerXTick = 45;
 
 std::string E(const std::string& text) {
   return HtmlReport::Escape(text);
@@ -103,7 +105,7 @@ struct Plot {
       : fPanel(panel),
         fX(MakeXScale(panel.fX, panel.fWidth)),
         fY(MakeYScale(panel.fY, panel.fHeight)),
-        fvTitle(Wrap(panel.fTitle, kPanelTitleSize, panel.fWidth)),
+        fvTitle(Wrap(panel.fTitle, kPanelTitleSize, panel.fWidth - kKeyLength - kGap)),
         fvXTitle(Wrap(panel.fX.fTitle, kLabelSize, panel.fWidth)),
         fvYTitle(Wrap(panel.fY.fTitle, kLabelSize, panel.fHeight)) {}
 
@@ -111,10 +113,11 @@ struct Plot {
     const double character = kLabelSize * kCharacterWidth;
     const double labels = fY.fTicks.GetLongestLabel() * character;
     const double halfLabel = fX.fTicks.GetLongestLabel() * character / 2;
-    const double tooLongTitle = std::max(0.0, WidthOf(fvTitle, kPanelTitleSize) - fPanel.fWidth);
+    const double title = kKeyLength + kGap + WidthOf(fvTitle, kPanelTitleSize);
+    const double tooLongTitle = std::max(0.0, title - fPanel.fWidth);
     return {std::max(labels + kTickLength + kGap + HeightOf(fvYTitle, kLabelSize) + kGap, halfLabel),
             HeightOf(fvTitle, kPanelTitleSize) + kGap, std::max(halfLabel, tooLongTitle),
-            kTickLength + kLabelSize * kLineHeight + HeightOf(fvXTitle, kLabelSize) + kGap};
+            kTickLength + kLabelGap + kLabelSize * kLineHeight + HeightOf(fvXTitle, kLabelSize) + kGap};
   }
 
   const ChartPanel& fPanel;
@@ -189,7 +192,7 @@ class Writer {
       fOut += separator + E(Describe(plot));
       separator = "\n";
     }
-    fOut += "</desc>\n<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+    fOut += "</desc>\n<rect class=\"paper\" width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
   }
 
   // A curve in words: what it is, from where to where, and where it peaks.
@@ -222,7 +225,9 @@ class Writer {
   void WritePlot(const Plot& plot, double left, double top) {
     fOut += fmt::format("<g transform=\"translate({} {})\">\n", Px(left), Px(top));
     const double titleTop = -kGap - HeightOf(plot.fvTitle, kPanelTitleSize);
-    WriteLines(plot.fvTitle, 0, titleTop, kPanelTitleSize, "start", " font-weight=\"600\"");
+    if (!plot.fvTitle.empty())
+      WriteKey(plot.fPanel.fvCurves.back(), titleTop + kPanelTitleSize * kLineHeight / 2);
+    WriteLines(plot.fvTitle, kKeyLength + kGap, titleTop, kPanelTitleSize, "start", " font-weight=\"600\"");
     WriteYAxis(plot);
     WriteXAxis(plot);
     for (const ChartCurve& curve : plot.fPanel.fvCurves) WriteCurve(plot, curve);
@@ -231,14 +236,14 @@ class Writer {
 
   void WriteXAxis(const Plot& plot) {
     const double height = plot.fPanel.fHeight;
-    const double labelTop = height + kTickLength;
+    const double labelTop = height + kTickLength + kLabelGap;
     for (std::size_t i = 0; i < plot.fX.fTicks.GetValues().size(); ++i) {
       const double at = plot.fX.At(plot.fX.fTicks.GetValues()[i]);
-      WriteLine(at, 0, at, height, kGrid);
-      WriteLine(at, height, at, height + kTickLength, kSoft);
+      WriteGrid(at, 0, at, height);
+      WriteRule(at, height, at, height + kTickLength);
       WriteLines({plot.fX.fTicks.GetLabels()[i]}, at, labelTop, kLabelSize, "middle", "");
     }
-    WriteLine(0, height, plot.fPanel.fWidth, height, kSoft);
+    WriteRule(0, height, plot.fPanel.fWidth, height);
     WriteLines(plot.fvXTitle, plot.fPanel.fWidth / 2, labelTop + kLabelSize * kLineHeight, kLabelSize,
                "middle", "");
   }
@@ -247,21 +252,42 @@ class Writer {
   void WriteYAxis(const Plot& plot) {
     for (std::size_t i = 0; i < plot.fY.fTicks.GetValues().size(); ++i) {
       const double at = plot.fPanel.fHeight - plot.fY.At(plot.fY.fTicks.GetValues()[i]);
-      WriteLine(0, at, plot.fPanel.fWidth, at, kGrid);
-      WriteLine(-kTickLength, at, 0, at, kSoft);
-      WriteLines({plot.fY.fTicks.GetLabels()[i]}, -kTickLength - 3, at - kLabelSize * kLineHeight / 2,
+      WriteGrid(0, at, plot.fPanel.fWidth, at);
+      WriteRule(-kTickLength, at, 0, at);
+      WriteLines({plot.fY.fTicks.GetLabels()[i]}, -kTickLength - kLabelGap, at - kLabelSize * kLineHeight / 2,
                  kLabelSize, "end", "");
     }
-    WriteLine(0, 0, 0, plot.fPanel.fHeight, kSoft);
+    WriteRule(0, 0, 0, plot.fPanel.fHeight);
     fOut += fmt::format("<g transform=\"translate({} {}) rotate(-90)\">\n", Px(-fMargins.fLeft),
                         Px(plot.fPanel.fHeight / 2));
     WriteLines(plot.fvYTitle, 0, 0, kLabelSize, "middle", "");
     fOut += "</g>\n";
   }
 
-  void WriteLine(double x1, double y1, double x2, double y2, const char* colour) {
-    fOut += fmt::format("<line x1=\"{}\" y1=\"{}\" x2=\"{}\" y2=\"{}\" stroke=\"{}\"/>\n", Px(x1), Px(y1),
-                        Px(x2), Px(y2), colour);
+  void WriteGrid(double x1, double y1, double x2, double y2) {
+    WriteLine(x1, y1, x2, y2, fmt::format(" class=\"grid\" stroke=\"{}\"", kGrid));
+  }
+
+  void WriteRule(double x1, double y1, double x2, double y2) {
+    WriteLine(x1, y1, x2, y2, fmt::format(" stroke=\"{}\"", kSoft));
+  }
+
+  void WriteLine(double x1, double y1, double x2, double y2, const std::string& stroke) {
+    fOut += fmt::format("<line x1=\"{}\" y1=\"{}\" x2=\"{}\" y2=\"{}\"{}/>\n", Px(x1), Px(y1), Px(x2), Px(y2),
+                        stroke);
+  }
+
+  // A sample of the panel's line, beside its title: the legend, where no eye has to travel.
+  void WriteKey(const ChartCurve& curve, double at) {
+    WriteLine(0, at, kKeyLength, at, " class=\"key\"" + StrokeOf(curve));
+  }
+
+  static std::string StrokeOf(const ChartCurve& curve) {
+    std::string dashes;
+    for (double dash : curve.fvDashes) dashes += (dashes.empty() ? "" : " ") + Px(dash);
+    if (!dashes.empty()) dashes = fmt::format(" stroke-dasharray=\"{}\"", dashes);
+    return fmt::format(" stroke=\"{}\" stroke-width=\"{}\" stroke-opacity=\"{}\"{}", E(curve.fColour),
+                       Px(curve.fWidth), curve.fOpacity, dashes);
   }
 
   // `top`: of the first line's box. The baseline lies at four fifths of a line.
@@ -283,13 +309,8 @@ class Writer {
                           curve.fOpacity);
       return;
     }
-    std::string dashes;
-    for (double dash : curve.fvDashes) dashes += (dashes.empty() ? "" : " ") + Px(dash);
-    if (!dashes.empty()) dashes = fmt::format(" stroke-dasharray=\"{}\"", dashes);
-    fOut += fmt::format(
-        "<path d=\"{}\" fill=\"none\" stroke=\"{}\" stroke-width=\"{}\" stroke-opacity=\"{}\" "
-        "stroke-linejoin=\"round\"{}/>\n",
-        path, E(curve.fColour), Px(curve.fWidth), curve.fOpacity, dashes);
+    fOut +=
+        fmt::format("<path d=\"{}\" fill=\"none\"{} stroke-linejoin=\"round\"/>\n", path, StrokeOf(curve));
   }
 
   // An area reaches down to zero.

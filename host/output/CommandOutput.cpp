@@ -11,6 +11,10 @@ std::string ShowSplit(const Split& split) {
   return JoinTexts(texts);
 }
 
+bool RepeatsSplit(const Heading& heading, const std::string& split) {
+  return !split.empty() && heading.fText.fText == split;
+}
+
 CommandOutput::CommandOutput(std::string name, std::string text, int line)
     : fName(std::move(name)), fText(std::move(text)), fLine(line) {}
 

@@ -60,6 +60,10 @@ struct Heading {
   ItemList fItems;
 };
 
+// The heading says no more than the split that it stands under, as ShowSplit shows it: readers name a split
+// once.
+bool RepeatsSplit(const Heading& heading, const std::string& split);
+
 struct Item {
   const Split& GetSplit() const { return *fpSplit; }
 
@@ -92,6 +96,8 @@ class BAYES_PLATFORM CommandOutput {
   // The procedure's title, as shown.
   void SetTitle(std::string title) { fTitle = std::move(title); }
   const std::string& GetTitle() const { return fTitle; }
+  // The title, else the command's name.
+  const std::string& ShowTitle() const { return fTitle.empty() ? fName : fTitle; }
   // The seed of the command's random numbers.
   void SetSeed(std::uint64_t seed) { fSeed = seed; }
   std::optional<std::uint64_t> GetSeed() const { return fSeed; }

@@ -36,6 +36,10 @@ Diagnostic Diagnostic::Of(const Message& message, const std::string& file, int c
           message.fSourceLine};
 }
 
+std::string Diagnostic::PointAt(const std::string& line, int column) {
+  return line + '\n' + BlanksBefore(line, column) + '^';
+}
+
 std::string Diagnostic::Format(bool colour) const {
   const bool isError = fLevel == Message::Level::Error;
   std::string place = fFile;
@@ -44,9 +48,9 @@ std::string Diagnostic::Format(bool colour) const {
   const std::string_view level = isError ? "error: " : "warning: ";
   std::string shown = place.empty() ? "" : place + ": ";
   shown += colour ? fmt::format("\x1b[{}m{}\x1b[0m", isError ? "1;31" : "1;33", level) : std::string(level);
-  shown += fText + '\n';
+  shown += PlainText(fText) + '\n';
   if (fSourceLine.empty() || fColumn <= 0) return shown;
-  return shown + fSourceLine + '\n' + BlanksBefore(fSourceLine, fColumn) + "^\n";
+  return shown + PointAt(PlainText(fSourceLine), fColumn) + '\n';
 }
 
 }  // namespace BayesHost

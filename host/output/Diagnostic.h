@@ -19,6 +19,9 @@ struct BAYES_PLATFORM Diagnostic {
   // A command's message; without a place of its own it gets the command's line.
   static Diagnostic Of(const Message& message, const std::string& file, int commandLine);
 
+  // The line, and below it a caret under the column (1-based).
+  static std::string PointAt(const std::string& line, int column);
+
   // "file:line:column: error: text", then the source line and a caret under its place, each line ended. What
   // is unknown is left out. With `colour`, ANSI colour sequences.
   std::string Format(bool colour) const;

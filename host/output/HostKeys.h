@@ -57,6 +57,7 @@ inline constexpr char kHostBoundary[] = "Host number, param ^1, subcom ^2, bound
 inline constexpr char kHostUnknownVariable[] = "Host unknown variable ^1 ...";
 inline constexpr char kHostAmbiguousVariable[] = "Host ambiguous variable ^1 ...";
 inline constexpr char kHostNoData[] = "Host no data ...";
+inline constexpr char kHostDataFailed[] = "Host data failed ...";
 inline constexpr char kHostVariableNotNumeric[] = "Host variable ^1 not numeric, param ^2, subcom ^3 ...";
 inline constexpr char kHostDependentNotNumeric[] = "Host dependent ^1 not numeric ...";
 inline constexpr char kHostCovariateNotNumeric[] = "Host covariate ^1 not numeric ...";

@@ -6,8 +6,11 @@
 #include <array>
 #include <utility>
 
+#include "host/output/Diagnostic.h"
+#include "host/output/HtmlChart.h"
+#include "host/output/HtmlOutline.h"
+#include "host/output/HtmlTable.h"
 #include "host/output/SharePath.h"
-#include "host/output/TableLayout.h"
 
 namespace BayesHost {
 namespace {
@@ -22,118 +25,6 @@ bool IsControl(char c) {
 std::string E(std::string_view text) {
   return HtmlReport::Escape(text);
 }
-
-std::string Superscript(const std::string& marks) {
-  return marks.empty() ? "" : "<sup>" + marks + "</sup>";
-}
-
-std::string SpanAttributes(int rows, int columns) {
-  std::string attributes;
-  if (rows > 1) attributes += fmt::format(" rowspan=\"{}\"", rows);
-  if (columns > 1) attributes += fmt::format(" colspan=\"{}\"", columns);
-  return attributes;
-}
-
-// Writes one layer of one table.
-class HtmlTable {
- public:
-  HtmlTable(const PivotTable& table, const TableLayout& layout, const TableLayout::Line& layer,
-            std::ostream& out)
-      : fTable(table), fLayout(layout), fLayer(layer), fOut(out) {}
-
-  void Write() const {
-    fOut << "<table>\n";
-    if (!fLayer.empty())
-      fOut << "<caption>" << E(JoinTexts(fLayout.GetLabels(fLayout.GetLayers(), fLayer))) << "</caption>\n";
-    WriteHead();
-    WriteBody();
-    fOut << "</table>\n";
-  }
-
- private:
-  std::string LabelOf(const TableLayout::HeaderCell& cell) const {
-    const Category& category = fLayout.GetCategory(cell);
-    return E(category.fShowLabel ? category.GetLabel().fText : "") +
-           Superscript(fLayout.GetMarks(category.fvNotes));
-  }
-
-  bool IsNumeric(const TableLayout::Line& column) const {
-    for (const auto& row : fLayout.GetRows().fvLines) {
-      const Cell* cell = fLayout.FindCell(fLayer, row, column);
-      if (cell != nullptr && cell->fContent && !cell->fContent->fNumber) return false;
-    }
-    return true;
-  }
-
-  void WriteHead() const {
-    const auto& columns = fLayout.GetColumns();
-    const auto cells = fLayout.MakeHeader(columns);
-    fOut << "<thead>\n";
-    for (int level = 0; level < columns.fLevels; ++level) {
-      fOut << "<tr>";
-      if (level == 0) WriteCorner();
-      for (const auto& cell : cells)
-        if (cell.fLevel == level) WriteColumnLabel(cell);
-      fOut << "</tr>\n";
-    }
-    fOut << "</thead>\n";
-  }
-
-  void WriteCorner() const {
-    const auto& rows = fLayout.GetRows();
-    for (std::size_t i = 0; i < rows.fvDimensions.size(); ++i) {
-      const int end = i + 1 < rows.fvDimensions.size() ? rows.fvFirstLevels[i + 1] : rows.fLevels;
-      const auto dimension = static_cast<std::size_t>(rows.fvDimensions[i]);
-      fOut << "<th scope=\"col\"" << SpanAttributes(fLayout.GetColumns().fLevels, end - rows.fvFirstLevels[i])
-           << '>' << E(fTable.GetDimensions()[dimension].GetLabel().fText) << "</th>";
-    }
-  }
-
-  void WriteColumnLabel(const TableLayout::HeaderCell& cell) const {
-    const auto& columns = fLayout.GetColumns();
-    const bool isLowest = cell.fLevel + cell.fLevelSpan == columns.fLevels;
-    const bool isNumber = isLowest && IsNumeric(columns.fvLines[static_cast<std::size_t>(cell.fFirstLine)]);
-    fOut << "<th scope=\"" << (isLowest ? "col\"" : "colgroup\"")
-         << SpanAttributes(cell.fLevelSpan, cell.fLineSpan) << (isNumber ? " class=\"number\">" : ">")
-         << LabelOf(cell) << "</th>";
-  }
-
-  void WriteBody() const {
-    const auto& rows = fLayout.GetRows();
-    const auto labels = fLayout.MakeHeader(rows);
-    fOut << "<tbody>\n";
-    for (std::size_t row = 0; row < rows.fvLines.size(); ++row) {
-      fOut << "<tr>";
-      for (const auto& label : labels)
-        if (label.fFirstLine == static_cast<int>(row)) WriteRowLabel(label);
-      for (const auto& column : fLayout.GetColumns().fvLines) WriteCell(rows.fvLines[row], column);
-      fOut << "</tr>\n";
-    }
-    fOut << "</tbody>\n";
-  }
-
-  void WriteRowLabel(const TableLayout::HeaderCell& label) const {
-    const bool isLowest = label.fLevel + label.fLevelSpan == fLayout.GetRows().fLevels;
-    fOut << "<th scope=\"" << (isLowest ? "row\"" : "rowgroup\"")
-         << SpanAttributes(label.fLineSpan, label.fLevelSpan) << '>' << LabelOf(label) << "</th>";
-  }
-
-  void WriteCell(const TableLayout::Line& row, const TableLayout::Line& column) const {
-    const Cell* cell = fLayout.FindCell(fLayer, row, column);
-    if (cell == nullptr) {
-      fOut << "<td></td>";
-      return;
-    }
-    const bool isNumber = cell->fContent && cell->fContent->fNumber;
-    fOut << (isNumber ? "<td class=\"number\">" : "<td>") << E(cell->fContent ? cell->fContent->fText : "")
-         << Superscript(fLayout.GetMarks(cell->fvNotes)) << "</td>";
-  }
-
-  const PivotTable& fTable;
-  const TableLayout& fLayout;
-  const TableLayout::Line& fLayer;
-  std::ostream& fOut;
-};
 
 class HtmlWriter {
  public:
@@ -153,69 +44,78 @@ class HtmlWriter {
   }
 
   void WriteCommand(const CommandOutput& command) {
-    fOut << "<section class=\"command\">\n<h2>"
-         << E(command.GetTitle().empty() ? command.GetName() : command.GetTitle())
-         << (command.IsFailed() ? " <span class=\"status\">failed</span>" : "") << "</h2>\n<pre>"
-         << E(command.GetText()) << "</pre>\n";
+    fOut << "<section class=\"command\">\n<h2" << IdOf(HtmlAnchors::OfItem(fAnchors.Next())) << '>'
+         << E(command.ShowTitle()) << (command.IsFailed() ? " <span class=\"status\">failed</span>" : "")
+         << "</h2>\n<pre>" << E(command.GetText()) << "</pre>\n";
+    fSplit.clear();
     WriteItems(command.GetItems());
     fOut << "</section>\n";
   }
 
  private:
+  static std::string IdOf(const std::string& anchor) { return " id=\"" + anchor + '"'; }
+
   void WriteEntry(std::string_view label, std::string_view text) {
-    fOut << "<dt>" << E(label) << "</dt><dd>" << E(text) << "</dd>\n";
+    fOut << "<div><dt>" << E(label) << "</dt><dd>" << E(text) << "</dd></div>\n";
   }
 
   void WriteItems(const ItemList& items) {
     for (const Item& item : items) {
+      const int anchor = fAnchors.Next();
       const std::string split = ShowSplit(item.GetSplit());
-      if (split != fSplit && !split.empty()) fOut << "<p class=\"split\">" << E(split) << "</p>\n";
+      if (split != fSplit && !split.empty())
+        fOut << "<h3" << IdOf(HtmlAnchors::OfSplit(anchor)) << '>' << E(split) << "</h3>\n";
       fSplit = split;
-      std::visit([&](const auto& content) { WriteContent(content); }, item.fContent);
+      const std::string id = IdOf(HtmlAnchors::OfItem(anchor));
+      std::visit([&](const auto& content) { WriteContent(content, id); }, item.fContent);
     }
   }
 
-  void WriteContent(const Notes& notes) {
-    fOut << "<h3>Notes</h3>\n<dl>\n";
-    for (const NoteEntry& entry : notes.fvEntries) WriteEntry(entry.fLabel.fText, entry.fText.fText);
-    fOut << "</dl>\n";
-  }
-
-  void WriteContent(const Message& message) {
-    const bool isError = message.fLevel == Message::Level::Error;
-    fOut << "<p class=\"message" << (isError ? " error" : "") << "\"><strong>"
-         << (isError ? "Error" : "Warning");
-    if (message.fLine > 0) fOut << fmt::format(", line {}, column {}", message.fLine, message.fColumn);
-    fOut << ":</strong> " << E(message.fText.fText) << "</p>\n";
-  }
-
-  void WriteContent(const Heading& heading) {
-    fOut << "<h3>" << E(heading.fText.fText) << "</h3>\n";
+  void WriteContent(const Heading& heading, const std::string& id) {
+    if (!RepeatsSplit(heading, fSplit)) fOut << "<h4" << id << '>' << E(heading.fText.fText) << "</h4>\n";
     WriteItems(heading.fItems);
   }
 
-  void WriteContent(const std::shared_ptr<PivotTable>& table) {
+  void WriteContent(const Notes& notes, const std::string&) {
+    fOut << "<div class=\"notes\">\n<h3>Notes</h3>\n<dl>\n";
+    for (const NoteEntry& entry : notes.fvEntries) WriteEntry(entry.fLabel.fText, entry.fText.fText);
+    fOut << "</dl>\n</div>\n";
+  }
+
+  // With the place in the command that an error speaks of.
+  void WriteContent(const Message& message, const std::string&) {
+    const bool isError = message.fLevel == Message::Level::Error;
+    fOut << "<div class=\"message" << (isError ? " error" : "") << "\">\n<p><strong>"
+         << (isError ? "Error" : "Warning");
+    if (message.fLine > 0) fOut << fmt::format(", line {}, column {}", message.fLine, message.fColumn);
+    fOut << ":</strong> " << E(message.fText.fText) << "</p>\n";
+    if (message.fLine > 0 && !message.fSourceLine.empty())
+      fOut << "<pre>" << E(Diagnostic::PointAt(message.fSourceLine, message.fColumn)) << "</pre>\n";
+    fOut << "</div>\n";
+  }
+
+  void WriteContent(const std::shared_ptr<PivotTable>& table, const std::string& id) {
     const TableLayout layout(*table);
-    fOut << "<figure>\n<figcaption>" << E(table->GetTitle().fText) << Superscript(layout.GetTableMarks())
-         << "</figcaption>\n";
+    fOut << "<figure" << id << ">\n";
     for (const auto& layer : layout.GetLayers().fvLines) HtmlTable(*table, layout, layer, fOut).Write();
     if (table->GetCaption()) fOut << "<p class=\"below\">" << E(table->GetCaption()->fText) << "</p>\n";
     for (const int note : layout.GetNoteOrder())
-      fOut << "<p class=\"below\">" << Superscript(layout.GetLetter(note)) << ' '
+      fOut << "<p class=\"below\">" << HtmlMarks(layout.GetLetter(note)) << ' '
            << E(table->GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText) << "</p>\n";
     fOut << "</figure>\n";
   }
 
   // The drawing comes from this host's own chart writer, which shows the title and escapes its texts.
-  void WriteContent(const Chart& chart) {
-    fOut << "<figure>\n";
+  void WriteContent(const Chart& chart, const std::string& id) {
+    fOut << "<figure class=\"chart\"" << id << ">\n";
     if (chart.fSvg.empty())
       fOut << "<figcaption>" << E(chart.fTitle) << "</figcaption>\n";
     else
-      fOut << chart.fSvg << '\n';
+      HtmlChart::Write(chart, fOut);
     fOut << "</figure>\n";
   }
 
+  HtmlAnchors fAnchors;
   std::ostream& fOut;
   std::string fSplit;
 };
@@ -253,6 +153,7 @@ void HtmlReport::Write(const Report& report, std::string_view page, std::ostream
     if (place == "title")
       out << E("Bayesian analysis" + (report.fHead.fData ? ": " + report.fHead.fData->fFile : ""));
     if (place == "head") writer.WriteHead(report.fHead);
+    if (place == "outline") HtmlOutline::Write(report, out);
     if (place == "commands")
       for (const auto& command : report.fvCommands) writer.WriteCommand(*command);
     page.remove_prefix(end + 2);

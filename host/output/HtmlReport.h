@@ -17,7 +17,7 @@ struct BAYES_PLATFORM HtmlReport {
   static std::string Escape(std::string_view text);
 
   static void Write(const Report& report, std::ostream& out);
-  // With the page template given: {{title}}, {{head}} and {{commands}} are filled.
+  // With the page template given: {{title}}, {{head}}, {{outline}} and {{commands}} are filled.
   static void Write(const Report& report, std::string_view page, std::ostream& out);
 };
 

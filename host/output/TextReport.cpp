@@ -36,7 +36,7 @@ void TextReport::WriteHead(const ReportHead& head, std::ostream& out) const {
 
 void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) const {
   out << '\n' << MakeRule() << '\n' << Bold(command.GetName());
-  if (!command.GetTitle().empty()) out << ": " << command.GetTitle();
+  if (!command.GetTitle().empty()) out << ": " << PlainText(command.GetTitle());
   if (command.IsFailed()) out << " (failed)";
   out << '\n';
   WriteItems(command.GetItems(), "", out);
@@ -48,6 +48,11 @@ void TextReport::WriteItems(const ItemList& items, std::string split, std::ostre
     const std::string own = ShowSplit(item.GetSplit());
     if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
     split = own;
+    const auto* heading = std::get_if<Heading>(&item.fContent);
+    if (heading != nullptr && RepeatsSplit(*heading, split)) {
+      WriteItems(heading->fItems, split, out);
+      continue;
+    }
     out << '\n';
     std::visit([&](const auto& content) { WriteContent(content, out); }, item.fContent);
   }
@@ -74,7 +79,7 @@ void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ost
   const TableLayout layout(*table);
   out << Bold(TitleOf(*table, layout)) << '\n';
   for (const auto& layer : layout.GetLayers().fvLines) {
-    if (!layer.empty()) out << JoinTexts(layout.GetLabels(layout.GetLayers(), layer)) << '\n';
+    if (!layer.empty()) out << PlainText(JoinTexts(layout.GetLabels(layout.GetLayers(), layer))) << '\n';
     out << TextTable(*table, layout, layer, fOptions.fWidth, fOptions.fUnicode ? "\u2500" : "-").Render();
   }
   if (table->GetCaption()) WriteWrapped("", table->GetCaption()->fText, out);
@@ -84,19 +89,20 @@ void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ost
 }
 
 void TextReport::WriteContent(const Chart& chart, std::ostream& out) const {
-  out << "Chart: " << chart.fTitle << '\n';
+  out << "Chart: " << PlainText(chart.fTitle) << '\n';
 }
 
 void TextReport::WriteWrapped(const std::string& first, const std::string& text, std::ostream& out) const {
-  std::string indent = first;
-  for (const std::string& line : WrapText(text, fOptions.fWidth - DisplayWidth(first))) {
+  std::string indent = PlainText(first);
+  for (const std::string& line : WrapText(PlainText(text), fOptions.fWidth - DisplayWidth(first))) {
     out << indent << line << '\n';
     indent.assign(static_cast<std::size_t>(DisplayWidth(first)), ' ');
   }
 }
 
 std::string TextReport::Bold(const std::string& text) const {
-  return fOptions.fColour ? "\x1b[1m" + text + "\x1b[0m" : text;
+  const std::string plain = PlainText(text);
+  return fOptions.fColour ? "\x1b[1m" + plain + "\x1b[0m" : plain;
 }
 
 std::string TextReport::MakeRule() const {

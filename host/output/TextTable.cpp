@@ -1,6 +1,7 @@
 #include "host/output/TextTable.h"
 
 #include <algorithm>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -18,7 +19,8 @@ std::string WithMarks(const std::string& text, const std::string& marks) {
 }
 
 std::string Label(const TableLayout& layout, const Category& category) {
-  return WithMarks(category.fShowLabel ? category.GetLabel().fText : "", layout.GetMarks(category.fvNotes));
+  return WithMarks(category.fShowLabel ? PlainText(category.GetLabel().fText) : "",
+                   layout.GetMarks(category.fvNotes));
 }
 
 void TrimEnd(std::string& line) {
@@ -32,18 +34,15 @@ struct Block {
   Align fAlign;
 };
 
-// `fromTop` false: shorter blocks stand at the bottom.
-std::string JoinBlocks(const std::vector<Block>& blocks, bool fromTop) {
+std::string JoinBlocks(const std::vector<Block>& blocks) {
   std::size_t height = 1;
   for (const Block& block : blocks) height = std::max(height, block.fvLines.size());
   std::string joined;
   for (std::size_t i = 0; i < height; ++i) {
     std::string line;
     for (const Block& block : blocks) {
-      const std::size_t skipped = fromTop ? 0 : height - block.fvLines.size();
-      const bool inside = i >= skipped && i - skipped < block.fvLines.size();
       if (&block != &blocks.front()) line.append(kGap, ' ');
-      line += PadText(inside ? block.fvLines[i - skipped] : "", block.fWidth, block.fAlign);
+      line += PadText(i < block.fvLines.size() ? block.fvLines[i] : "", block.fWidth, block.fAlign);
     }
     TrimEnd(line);
     joined += line + '\n';
@@ -68,7 +67,7 @@ void TextTable::MakeStub() {
   fvCorner.resize(fvStub.size());
   for (std::size_t i = 0; i < rows.fvDimensions.size(); ++i)
     fvCorner[static_cast<std::size_t>(rows.fvFirstLevels[i])] =
-        fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].GetLabel().fText;
+        PlainText(fTable.GetDimensions()[static_cast<std::size_t>(rows.fvDimensions[i])].GetLabel().fText);
   for (TextColumn& column : fvStub) column.fvTexts.resize(rows.fvLines.size());
   for (const auto& cell : fLayout.MakeHeader(rows))
     fvStub[static_cast<std::size_t>(cell.fLevel)].fvTexts[static_cast<std::size_t>(cell.fFirstLine)] =
@@ -106,7 +105,7 @@ TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) con
 
 // The marks of a column stand in a strip of their own, so that its numbers stay in line.
 std::string TextTable::ShowCell(const Cell* cell, int markWidth) const {
-  std::string text = cell != nullptr && cell->fContent ? cell->fContent->fText : "";
+  std::string text = cell != nullptr && cell->fContent ? PlainText(cell->fContent->fText) : "";
   const std::string marks = cell == nullptr ? "" : WithMarks("", fLayout.GetMarks(cell->fvNotes));
   return text.empty() && marks.empty() ? text : text + PadText(marks, markWidth, Align::Left);
 }
@@ -115,8 +114,8 @@ std::vector<TextTable::Span> TextTable::MakeSpans() const {
   std::vector<Span> spans;
   for (const auto& cell : fLayout.MakeHeader(fLayout.GetColumns())) {
     const bool isLowest = cell.fLevel + cell.fLevelSpan == fLayout.GetColumns().fLevels;
-    spans.push_back({Label(fLayout, fLayout.GetCategory(cell)), cell.fLevel + cell.fLevelSpan - 1,
-                     cell.fFirstLine, cell.fLineSpan, !isLowest});
+    spans.push_back({Label(fLayout, fLayout.GetCategory(cell)), cell.fLevel,
+                     cell.fLevel + cell.fLevelSpan - 1, cell.fFirstLine, cell.fLineSpan, !isLowest});
   }
   std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) {
     return std::tie(a.fLastLevel, a.fFirst) < std::tie(b.fLastLevel, b.fFirst);
@@ -179,36 +178,83 @@ std::string TextTable::RenderBlock(std::size_t first, std::size_t end) const {
   return block + rule;
 }
 
+// A label with its place: where it begins in the lines, and the levels that it may fill from below.
+struct TextTable::HeaderLabel {
+  Block fBlock;
+  int fLeft;
+  int fFirstLevel;
+  int fLastLevel;
+
+  int CountLines() const { return static_cast<int>(fBlock.fvLines.size()); }
+};
+
+// A level is as high as its own labels need; the last one of a label of several levels grows when all of them
+// are too low for it.
+std::vector<int> TextTable::MeasureLevels(const std::vector<HeaderLabel>& labels) const {
+  std::vector<int> heights(static_cast<std::size_t>(fLayout.GetColumns().fLevels));
+  for (const bool several : {false, true})
+    for (const HeaderLabel& label : labels) {
+      if ((label.fFirstLevel < label.fLastLevel) != several) continue;
+      const auto last = heights.begin() + label.fLastLevel;
+      const int room = std::accumulate(heights.begin() + label.fFirstLevel, last + 1, 0);
+      *last += std::max(0, label.CountLines() - room);
+    }
+  return heights;
+}
+
 std::string TextTable::RenderHeader(std::size_t first, std::size_t end) const {
+  const std::vector<HeaderLabel> labels = MakeHeaderLabels(first, end);
+  const std::vector<int> heights = MeasureLevels(labels);
+  std::vector<std::string> lines(
+      static_cast<std::size_t>(std::accumulate(heights.begin(), heights.end(), 0)));
+  for (const HeaderLabel& label : labels) {
+    const auto bottom =
+        lines.begin() + std::accumulate(heights.begin(), heights.begin() + label.fLastLevel + 1, 0);
+    auto line = bottom - label.CountLines();
+    for (const std::string& text : label.fBlock.fvLines) {
+      *line =
+          PadText(*line, label.fLeft, Align::Left) + PadText(text, label.fBlock.fWidth, label.fBlock.fAlign);
+      ++line;
+    }
+  }
   std::string header;
-  for (int level = 0; level < fLayout.GetColumns().fLevels; ++level) header += RenderLevel(level, first, end);
+  for (std::string& line : lines) {
+    TrimEnd(line);
+    header += line + '\n';
+  }
   return header;
 }
 
-// The labels whose last level this is, and a rule under each group.
-std::string TextTable::RenderLevel(int level, std::size_t first, std::size_t end) const {
-  const bool isLowest = level + 1 == fLayout.GetColumns().fLevels;
-  std::vector<Block> blocks;
-  for (std::size_t i = 0; i < fvStub.size(); ++i)
-    blocks.push_back(
-        {WrapText(isLowest ? fvCorner[i] : "", fvStub[i].fWidth), fvStub[i].fWidth, Align::Left});
-  std::size_t next = first;
+// From left to right, with a rule under each group; empty ones are left out.
+std::vector<TextTable::HeaderLabel> TextTable::MakeHeaderLabels(std::size_t first, std::size_t end) const {
+  std::vector<HeaderLabel> labels;
+  int left = 0;
+  for (std::size_t i = 0; i < fvStub.size(); ++i) {
+    const int width = fvStub[i].fWidth;
+    labels.push_back(
+        {{WrapText(fvCorner[i], width), width, Align::Left}, left, 0, fLayout.GetColumns().fLevels - 1});
+    left += width + kGap;
+  }
   for (const Span& span : fvSpans) {
     const std::size_t begin = std::max(first, static_cast<std::size_t>(span.fFirst));
     const std::size_t stop = std::min(end, static_cast<std::size_t>(span.fFirst + span.fCount));
-    if (span.fLastLevel != level || begin >= stop) continue;
-    for (; next < begin; ++next) blocks.push_back({{""}, fvColumns[next].fWidth, Align::Left});
+    if (begin >= stop) continue;
     const int width = GetSpanWidth(begin, stop);
-    Block block{WrapText(span.fText, width), width, Align::Centre};
+    const Align align = span.fIsGroup                 ? Align::Centre
+                        : fvColumns[begin].fIsNumeric ? Align::Right
+                                                      : Align::Left;
+    Block block{WrapText(span.fText, width), width, align};
     if (span.fIsGroup) block.fvLines.push_back(MakeRule(width));
-    if (!span.fIsGroup) block.fAlign = fvColumns[begin].fIsNumeric ? Align::Right : Align::Left;
-    blocks.push_back(std::move(block));
-    next = stop;
+    labels.push_back({block, left + GetSpanWidth(first, begin) + kGap, span.fFirstLevel, span.fLastLevel});
   }
-  const bool isEmpty = std::all_of(blocks.begin(), blocks.end(), [](const Block& block) {
-    return block.fvLines.size() == 1 && block.fvLines.front().empty();
-  });
-  return isEmpty ? "" : JoinBlocks(blocks, false);
+  labels.erase(std::remove_if(labels.begin(), labels.end(),
+                              [](const HeaderLabel& label) {
+                                return label.CountLines() == 1 && label.fBlock.fvLines.front().empty();
+                              }),
+               labels.end());
+  std::stable_sort(labels.begin(), labels.end(),
+                   [](const HeaderLabel& a, const HeaderLabel& b) { return a.fLeft < b.fLeft; });
+  return labels;
 }
 
 std::string TextTable::RenderRow(std::size_t row, std::size_t first, std::size_t end) const {
@@ -219,7 +265,7 @@ std::string TextTable::RenderRow(std::size_t row, std::size_t first, std::size_t
     blocks.push_back({{fvColumns[i].fvTexts[row]},
                       fvColumns[i].fWidth,
                       fvColumns[i].fIsNumeric ? Align::Right : Align::Left});
-  return JoinBlocks(blocks, true);
+  return JoinBlocks(blocks);
 }
 
 }  // namespace BayesHost

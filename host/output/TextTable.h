@@ -29,11 +29,13 @@ class TextTable {
   // A label of the header and the columns that it covers.
   struct Span {
     std::string fText;
+    int fFirstLevel;
     int fLastLevel;
     int fFirst;
     int fCount;
     bool fIsGroup;
   };
+  struct HeaderLabel;
 
   void MakeStub();
   void MakeColumns();
@@ -48,7 +50,8 @@ class TextTable {
   std::size_t FindBlockEnd(std::size_t first) const;
   std::string RenderBlock(std::size_t first, std::size_t end) const;
   std::string RenderHeader(std::size_t first, std::size_t end) const;
-  std::string RenderLevel(int level, std::size_t first, std::size_t end) const;
+  std::vector<int> MeasureLevels(const std::vector<HeaderLabel>& labels) const;
+  std::vector<HeaderLabel> MakeHeaderLabels(std::size_t first, std::size_t end) const;
   std::string RenderRow(std::size_t row, std::size_t first, std::size_t end) const;
   int GetSpanWidth(std::size_t first, std::size_t end) const;
   std::string MakeRule(int width) const;

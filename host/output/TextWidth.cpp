@@ -68,6 +68,20 @@ int DisplayWidth(std::string_view text) {
   return width;
 }
 
+// C0, delete, and C1 as UTF-8 writes it: C2 80 to C2 9F.
+std::string PlainText(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+    const bool isLong = c == 0xC2 && next >= 0x80 && next < 0xA0;
+    const bool isControl = isLong || c == 0x7F || (c < 0x20 && c != '\t' && c != '\n');
+    plain += isControl ? '?' : text[i];
+    if (isLong) ++i;
+  }
+  return plain;
+}
+
 std::vector<std::string> WrapText(std::string_view text, int width) {
   std::vector<std::string> lines(1);
   for (const std::string_view word : Words(text)) {

@@ -11,6 +11,10 @@ namespace BayesHost {
 // combining marks. A byte that isn't UTF-8 takes one.
 int DisplayWidth(std::string_view text);
 
+// The text with "?" for control characters other than tabs and line ends: labels and names come from data
+// files, and a terminal obeys what it is sent.
+std::string PlainText(std::string_view text);
+
 // Lines of at most `width` columns, broken at blanks; a longer word stands alone, uncut. At least one line.
 std::vector<std::string> WrapText(std::string_view text, int width);
 

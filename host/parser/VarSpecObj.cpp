@@ -63,7 +63,7 @@ const ZARQ_Variable& GetVariable(int index) {
 
 std::vector<NamedVariable> Resolve(const std::vector<ZARQ_Token>& words, const ListName& list) {
   if (Session::Current().GetData() == nullptr)
-    Reject(BayesHost::kHostNoData, {}, words.empty() ? 0 : words.front().GetPosition());
+    Reject(Session::Current().GetNoDataKey(), {}, words.empty() ? 0 : words.front().GetPosition());
   const ProcedureDataSource data;
   std::vector<std::string> names;
   for (int i = 0; i < data.ColumnCount(); ++i) names.push_back(data.GetVariable(i).GetName());

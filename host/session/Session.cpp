@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cassert>
 
+#include "host/output/HostKeys.h"
+
 namespace BayesHost {
 
 namespace {
@@ -61,6 +63,15 @@ Session::Use::~Use() {
 double Session::DrawUniform() {
   ++fDraws;
   return static_cast<double>(fSeedSource() >> 11U) * 0x1p-53;
+}
+
+void Session::DropData() {
+  fpData.reset();
+  fHadDataStatement = true;
+}
+
+const char* Session::GetNoDataKey() const {
+  return fHadDataStatement ? kHostDataFailed : kHostNoData;
 }
 
 void Session::BeginCommand(CommandText command, std::shared_ptr<CommandOutput> output) {

@@ -93,6 +93,10 @@ class BAYES_PLATFORM Session {
   // The active data set; null before the first DATA statement.
   DataSet* GetData() const { return fpData.get(); }
   void SetData(std::shared_ptr<DataSet> data) { fpData = std::move(data); }
+  // For a DATA statement, which may fail before it has others.
+  void DropData();
+  // The message for whoever needs data when there are none.
+  const char* GetNoDataKey() const;
 
   // Starts a command: what the module does next belongs to it.
   void BeginCommand(CommandText command, std::shared_ptr<CommandOutput> output);
@@ -129,6 +133,7 @@ class BAYES_PLATFORM Session {
  private:
   RunOptions fOptions;
   std::shared_ptr<DataSet> fpData;
+  bool fHadDataStatement = false;
   CommandText fCommand;
   std::shared_ptr<CommandOutput> fpOutput;
   std::shared_ptr<ParserRun> fpParserRun;

@@ -4,9 +4,9 @@ import os
 import subprocess
 
 
-def start(program, arguments, folder, environment=None):
-    """The finished process of `bayes run ... --format json`."""
-    return subprocess.run([program, "run", *arguments, "--format", "json"], cwd=folder, capture_output=True,
+def start(program, arguments, folder, environment=None, form="json"):
+    """The finished process of `bayes run ... --format FORM`."""
+    return subprocess.run([program, "run", *arguments, "--format", form], cwd=folder, capture_output=True,
                           text=True, timeout=300, env={**os.environ, "LC_ALL": "C.UTF-8", **(environment or {})})
 
 

@@ -50,6 +50,20 @@ TEST(OutputTextWidth, CountsColumnsNotBytes) {
   for (const auto& [text, width] : cases) EXPECT_EQ(BayesHost::DisplayWidth(text), width) << text;
 }
 
+TEST(OutputTextWidth, NothingSteersTheTerminal) {
+  const std::pair<const char*, const char*> cases[] = {{"a\tb\nc", "a\tb\nc"},
+                                                       {"\x1b[2J\a", "?[2J?"},
+                                                       {"\xC2\x9B"
+                                                        "2J",
+                                                        "?2J"},
+                                                       {"\xC2\xA0\xC3\x9F", "\xC2\xA0\xC3\x9F"},
+                                                       {"\x7F\r", "??"},
+                                                       {"\xC2", "\xC2"}};
+  for (const auto& [text, plain] : cases) EXPECT_EQ(BayesHost::PlainText(text), plain);
+  const Diagnostic diagnostic{"f", 1, 2, Message::Level::Error, "no \x1b[31m", "a\x1b[31mb"};
+  EXPECT_EQ(diagnostic.Format(false), "f:1:2: error: no ?[31m\na?[31mb\n ^\n");
+}
+
 TEST(OutputTextWidth, WrapsAtBlanksAndKeepsLongWords) {
   using Lines = std::vector<std::string>;
   EXPECT_EQ(BayesHost::WrapText("one two  three", 7), (Lines{"one two", "three"}));

@@ -7,8 +7,10 @@
 #include <sstream>
 
 #include "host/data/Variable.h"
+#include "host/output/CsvReport.h"
 #include "host/output/HtmlReport.h"
 #include "host/output/JsonReport.h"
+#include "host/output/MarkdownReport.h"
 #include "host/output/StringTable.h"
 #include "host/output/TextReport.h"
 #include "host/session/Session.h"
@@ -33,6 +35,11 @@ ZARQ_Variable MakeVariable(const std::string& name, const std::string& label, in
 
 const ZARQ_Variable kExtra = MakeVariable("extra", "Extra sleep (hours)", 1);
 const ZARQ_Variable kGroup = MakeVariable("group", "", 0);
+
+constexpr const char* kChart = R"({"title": "Posterior <1>", "data": {"name": "d"}, "mark": {"type": "line"},
+  "datasets": {"d": [{"x": 1, "y": 0.5}, {"x": 2.25, "y": 0.123456}, {"x": 3, "y": null}]},
+  "encoding": {"x": {"field": "x", "type": "quantitative", "title": "Mean"},
+               "y": {"field": "y", "type": "quantitative", "title": "Density"}}})";
 
 BpComposite Compose(const std::string& key, const std::vector<const BpCellText*>& parts) {
   BpComposite text(key, true);
@@ -117,7 +124,7 @@ class OutputReport : public testing::Test {
             kBpErrorLevelWarning);
     ShowSampleTable(procedure);
     BpHeading heading = procedure.Heading(ComposeSplit("[%1 = %2:, ^1 = ^2:]1"));
-    fpOutput->Add(Chart{"Plots for extra", "bayes", R"({"mark": "line", "width": 300})", "<svg></svg>"});
+    fpOutput->Add(Chart{"Plots for extra", "bayes", kChart, "<svg></svg>"});
     heading.Close();
     fpOutput->SetSplit({});
     Message message{Message::Level::Error, ShowKey("^1 = ^2", {"A", "B"}), 4, 3, "  /C A B"};
@@ -157,10 +164,24 @@ TEST_F(OutputReport, NarrowAsciiTextIsAsApproved) {
   ExpectApproved("output/sample-narrow.txt", Text({50, false, false, false}));
 }
 
+TEST_F(OutputReport, MarkdownIsAsApproved) {
+  ShowSample();
+  std::ostringstream out;
+  MarkdownReport::Write(MakeReport(), out);
+  ExpectApproved("output/sample.md", out.str());
+}
+
+TEST_F(OutputReport, CsvIsAsApproved) {
+  ShowSample();
+  std::ostringstream out;
+  CsvReport::Write(MakeReport(), out);
+  ExpectApproved("output/sample.csv", out.str());
+}
+
 TEST_F(OutputReport, HtmlIsAsApproved) {
   ShowSample();
   std::ostringstream out;
-  HtmlReport::Write(MakeReport(), "<title>{{title}}</title>\n{{head}}{{commands}}{{else}}.", out);
+  HtmlReport::Write(MakeReport(), "<title>{{title}}</title>\n{{head}}{{outline}}{{commands}}{{else}}.", out);
   ExpectApproved("output/sample.html", out.str());
 }
 
@@ -181,6 +202,23 @@ TEST_F(OutputReport, ColourAddsNothingButSequences) {
     for (std::size_t at; (at = coloured.find(sequence)) != std::string::npos;)
       coloured.erase(at, std::strlen(sequence));
   EXPECT_EQ(coloured, Text({}));
+}
+
+TEST_F(OutputReport, TextFromDataSteersNoTerminal) {
+  BpProcedure procedure("\x1b[31mtitle", 10);
+  const BpString evil("\x1b]0;evil\a", false);
+  BpPivotTable table = procedure.PivotTable(evil, evil, true);
+  table.Caption(Compose("^1 Prior on Variance ^2...", {&evil, &evil}));
+  BpDimension rows = table.Dimension(evil, 2);
+  rows.Position(BpDimension::kRows, 1, true, true);
+  BpDimension columns = table.Dimension(evil, 2);
+  columns.Position(BpDimension::kColumns, 1, true, true);
+  rows.Category(evil);
+  columns.Category(evil).Cell(evil);
+  AddNotes(4, evil, evil);
+  fpOutput->Add(Chart{"\x1b[31mchart", "bayes", kChart, ""});
+  EXPECT_THAT(Text({}), testing::Not(testing::HasSubstr("\x1b")));
+  EXPECT_THAT(Text({}), testing::HasSubstr("?]0;evil?"));
 }
 
 TEST_F(OutputReport, OnlyErrorsFailTheCommand) {
@@ -227,6 +265,25 @@ TEST_F(OutputReport, HiddenTableIsInNoReport) {
   BpProcedure procedure("", 10);
   procedure.PivotTable(BpString("F", true), BpString("F", true), false);
   EXPECT_TRUE(fpOutput->GetItems().empty());
+}
+
+TEST(OutputCsv, FieldsKeepTheirTextAndRunNothing) {
+  const std::pair<const char*, const char*> kFields[] = {
+      {"", ""},
+      {"a b", "a b"},
+      {"a,b", "\"a,b\""},
+      {"say \"no\"", "\"say \"\"no\"\"\""},
+      {"two\nlines", "\"two\nlines\""},
+      {"=1+1", "'=1+1"},
+      {"@x", "'@x"},
+      {"-2, or +3", "\"'-2, or +3\""},
+  };
+  for (const auto& [text, field] : kFields) EXPECT_EQ(CsvReport::Field(text), field);
+}
+
+TEST(OutputMarkdown, EscapesEverythingThatMarksUp) {
+  EXPECT_EQ(MarkdownReport::Escape("a|b *c*\n<img> [x](y) `z`"),
+            "a\\|b \\*c\\* \\<img\\> \\[x\\](y) \\`z\\`");
 }
 
 TEST(OutputHtml, EscapesEverythingThatMarksUp) {

@@ -1,0 +1,69 @@
+// What the program takes from its command line.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/CommandLine.h"
+
+namespace {
+
+using namespace BayesApp;
+
+Request Parse(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "bayes");
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  return ParseCommandLine(static_cast<int>(pointers.size()), pointers.data());
+}
+
+TEST(CommandLine, FormatComesFromItsNameElseFromTheFile) {
+  struct Case {
+    std::vector<std::string> fvArguments;
+    Format fFormat;
+  };
+  const Case cases[] = {
+      {{}, Format::Text},
+      {{"-o", "out.txt"}, Format::Text},
+      {{"-o", "a.json/md"}, Format::Text},
+      {{"-o", "out.html"}, Format::Html},
+      {{"-o", "out.htm"}, Format::Html},
+      {{"-o", "out.json"}, Format::Json},
+      {{"-o", "out.md"}, Format::Markdown},
+      {{"-o", "my.out.CSV"}, Format::Csv},
+      {{"-o", "out.csv", "--format", "md"}, Format::Markdown},
+      {{"--format", "JSON"}, Format::Json},
+      {{"--format", "text", "-o", "out.html"}, Format::Text},
+  };
+  for (const Case& each : cases) {
+    std::vector<std::string> arguments = {"run", "study.bay"};
+    arguments.insert(arguments.end(), each.fvArguments.begin(), each.fvArguments.end());
+    const Request request = Parse(arguments);
+    EXPECT_EQ(request.fAction, Action::Run) << testing::PrintToString(arguments);
+    EXPECT_EQ(request.fFormat, each.fFormat) << testing::PrintToString(arguments);
+  }
+}
+
+TEST(CommandLine, UnknownFormatIsToldInWords) {
+  testing::internal::CaptureStderr();
+  const Request request = Parse({"run", "study.bay", "--format", "xml"});
+  const std::string shown = testing::internal::GetCapturedStderr();
+  EXPECT_EQ(request.fAction, Action::Done);
+  EXPECT_EQ(request.fExitStatus, kUsageError);
+  EXPECT_THAT(shown,
+              testing::StartsWith("--format: xml is no format: expected text, json, html, md or csv\n"));
+}
+
+TEST(CommandLine, NeedsOneSource) {
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"run"},
+                                                    {"run", "-d", "x.csv"},
+                                                    {"check", "a.bay", "-c", "BAYES ONESAMPLE."}}) {
+    testing::internal::CaptureStderr();
+    const Request request = Parse(arguments);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::StartsWith("bayes: "));
+    EXPECT_EQ(request.fExitStatus, kUsageError) << testing::PrintToString(arguments);
+  }
+}
+
+}  // namespace
