@@ -145,6 +145,14 @@ bool BYSFactory::RunBSNComponent() {
   return ok;
 }
 
+void BYSFactory::ReleaseSplit() {
+  if (fSpecs.GetMaxObsAdded() > 0) return;
+  const auto split = static_cast<std::size_t>(fSplitIndex);
+  if (split < fvComponents.size()) fvComponents[split].reset();
+  fvVarLists[split].reset();
+  fvSettings[split].reset();
+}
+
 // Makes the current split's component, or a null in its place.
 bool BYSFactory::BuildComponent() {
   Settings* pCompSettings = GetBSNSettings();

@@ -41,6 +41,9 @@ class BYSFactory {
   bool PrepareComponentRun();
   // Builds the current split's model. True: its results can be shown.
   bool RunBSNComponent();
+  // Forgets the current split's model, which has been shown, unless its cases are still to be scored:
+  // otherwise every split's would stay in memory.
+  void ReleaseSplit();
   // Makes the writer of the model file, if one is asked for.
   bool CreatePMMLPooler();
   // Ends the model file when all splits have written theirs.

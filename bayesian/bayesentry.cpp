@@ -33,6 +33,7 @@ bool RunMetadataPass(const ProcedureDataSource& dataSource, BYSFactory& factory)
 void RunComponentPass(const ProcedureDataSource& dataSource, BYSFactory& factory, BYSOutput& output) {
   while (!dataSource.FatalError() && factory.StartNewSplit()) {
     if (!dataSource.FatalError() && factory.RunBSNComponent()) output.DisplayOutput();
+    factory.ReleaseSplit();
   }
 }
 

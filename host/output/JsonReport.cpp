@@ -1,5 +1,6 @@
 #include "host/output/JsonReport.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "host/output/NumberFormat.h"
@@ -168,13 +169,13 @@ Json RunOf(const ReportHead& head) {
   return run;
 }
 
+// Without its items.
 Json CommandOf(const CommandOutput& command) {
   return {{"command", command.GetName()},
           {"text", command.GetText()},
           {"line", command.GetLine()},
           {"status", command.IsFailed() ? "failed" : "ok"},
-          {"seed", OptionalOf(command.GetSeed())},
-          {"items", ItemsOf(command.GetItems())}};
+          {"seed", OptionalOf(command.GetSeed())}};
 }
 
 // What is left of `room` beside a lower bound of the text's length; negative once it can't fit.
@@ -191,9 +192,36 @@ std::ptrdiff_t RoomBeside(const Json& json, std::ptrdiff_t room) {
   return room;
 }
 
+constexpr std::size_t kLineLength = 160;
+
+void Print(const Json& json, std::size_t indent, std::ostream& out);
+
+// The members of an object or array that fills several lines, one after the other.
+class Lines {
+ public:
+  // `brackets`: the opening and the closing one.
+  Lines(const char* brackets, std::size_t indent, std::ostream& out)
+      : fOut(out), fIndent(indent), fClosing(brackets[1]) {
+    fOut << brackets[0];
+  }
+  // The caller prints the member, from this place on.
+  std::ostream& Next() {
+    fOut << fSeparator << '\n' << std::string(fIndent + 1, ' ');
+    fSeparator = ",";
+    return fOut;
+  }
+  std::ostream& Next(const std::string& key) { return Next() << Json(key).dump() << ':'; }
+  void Close() { fOut << '\n' << std::string(fIndent, ' ') << fClosing; }
+
+ private:
+  std::ostream& fOut;
+  std::size_t fIndent;
+  char fClosing;
+  const char* fSeparator = "";
+};
+
 // One line for whatever fits on it, so that a report can be read and compared line by line.
 void Print(const Json& json, std::size_t indent, std::ostream& out) {
-  constexpr std::size_t kLineLength = 160;
   if (!json.is_structured() || RoomBeside(json, kLineLength) >= 0) {
     const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace);
     if (!json.is_structured() || line.size() + indent <= kLineLength) {
@@ -201,25 +229,67 @@ void Print(const Json& json, std::size_t indent, std::ostream& out) {
       return;
     }
   }
-  const std::string newLine = '\n' + std::string(indent + 1, ' ');
-  const char* separator = "";
-  out << (json.is_object() ? '{' : '[');
+  Lines lines(json.is_object() ? "{}" : "[]", indent, out);
   for (const auto& [key, value] : json.items()) {
-    out << separator << newLine;
-    if (json.is_object()) out << Json(key).dump() << ':';
-    Print(value, indent + 1, out);
-    separator = ",";
+    Print(value, indent + 1, json.is_object() ? lines.Next(key) : lines.Next());
   }
-  out << '\n' << std::string(indent, ' ') << (json.is_object() ? '}' : ']');
+  lines.Close();
+}
+
+// The first items, as far as a line can hold them and one more.
+Json FirstItems(const ItemList& items) {
+  Json first = Json::array();
+  for (const Item& item : items) {
+    if (RoomBeside(first, kLineLength) < 0) break;
+    first.push_back(ItemOf(item));
+  }
+  return first;
+}
+
+bool IsShort(const CommandOutput& command) {
+  return RoomBeside(FirstItems(command.GetItems()), kLineLength) >= 0;
+}
+
+// Item by item, so that a long report isn't held a second time.
+void Print(const CommandOutput& command, std::size_t indent, std::ostream& out) {
+  Json head = CommandOf(command);
+  if (IsShort(command)) {
+    head["items"] = ItemsOf(command.GetItems());
+    Print(head, indent, out);
+    return;
+  }
+  Lines members("{}", indent, out);
+  for (const auto& [key, value] : head.items()) Print(value, indent + 1, members.Next(key));
+  Lines items("[]", indent + 1, members.Next("items"));
+  for (const Item& item : command.GetItems()) Print(ItemOf(item), indent + 2, items.Next());
+  items.Close();
+  members.Close();
+}
+
+void PrintCommands(const Report& report, std::size_t indent, std::ostream& out) {
+  const auto isShort = [](const auto& command) { return IsShort(*command); };
+  if (std::all_of(report.fvCommands.begin(), report.fvCommands.end(), isShort)) {
+    Json commands = Json::array();
+    for (const auto& command : report.fvCommands) {
+      commands.push_back(CommandOf(*command));
+      commands.back()["items"] = ItemsOf(command->GetItems());
+    }
+    Print(commands, indent, out);
+    return;
+  }
+  Lines commands("[]", indent, out);
+  for (const auto& command : report.fvCommands) Print(*command, indent + 1, commands.Next());
+  commands.Close();
 }
 
 }  // namespace
 
 void JsonReport::Write(const Report& report, std::ostream& out) {
-  Json commands = Json::array();
-  for (const auto& command : report.fvCommands) commands.push_back(CommandOf(*command));
-  Print({{"schema", "bayes-report/1"}, {"run", RunOf(report.fHead)}, {"commands", std::move(commands)}}, 0,
-        out);
+  Lines members("{}", 0, out);
+  members.Next("schema") << "\"bayes-report/1\"";
+  Print(RunOf(report.fHead), 1, members.Next("run"));
+  PrintCommands(report, 1, members.Next("commands"));
+  members.Close();
   out << '\n';
 }
 
