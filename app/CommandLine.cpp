@@ -39,6 +39,19 @@ Format GuessFormat(const std::string& file) {
   return format;
 }
 
+// The library's own check, which returns its complaint or throws it, under a message in our words.
+CLI::Validator Expect(const CLI::Validator& check, const std::string& expected) {
+  const auto verdict = [check, expected](std::string& value) {
+    const std::string message = value + " is not allowed: expected " + expected;
+    try {
+      return check(value).empty() ? std::string() : message;
+    } catch (const CLI::ValidationError&) {
+      return message;
+    }
+  };
+  return {verdict, ""};
+}
+
 void AddSource(CLI::App& command, Request& request) {
   command.add_option("file", request.fCommandFile, "command file (.bay)");
   command.add_option("-d,--data", request.fDataFile, "data file for the commands of -c");
@@ -47,9 +60,9 @@ void AddSource(CLI::App& command, Request& request) {
 
 void AddLimits(CLI::App& command, Request& request) {
   command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")
-      ->check(CLI::NonNegativeNumber);
+      ->check(Expect(CLI::NonNegativeNumber, "a whole number, 0 or more"));
   command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
-      ->transform(CLI::AsSizeValue(false));
+      ->transform(Expect(CLI::AsSizeValue(false), "a size such as 500MB or 2GB"));
   command.add_flag("-q,--quiet", request.fQuiet, "no progress and no warnings on standard error");
 }
 
@@ -95,7 +108,7 @@ Request ParseCommandLine(int argc, char** argv) {
                   "folder for the charts, each as a drawing (.svg) and as a Vega-Lite document (.vl.json)");
   run->add_option("--style", request.fChartStyle, "file of the charts' colours")->check(CLI::ExistingFile);
   run->add_option("--seed", request.fSeed, "seed of everything drawn at random (> 0)")
-      ->check(CLI::PositiveNumber);
+      ->check(Expect(CLI::PositiveNumber, "a whole number above 0"));
 
   run->add_flag("--fingerprint", request.fFingerprint, "show the data file's XXH3-128 in the report's head");
 

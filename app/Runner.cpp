@@ -16,6 +16,7 @@
 #include "host/data/Fingerprint.h"
 #include "host/output/Diagnostic.h"
 #include "host/output/HostKeys.h"
+#include "host/parser/Keywords.h"
 #include "platform/host/VarSpec.h"
 
 namespace BayesApp {
@@ -165,7 +166,9 @@ void Runner::Execute(const BayesStatement& command) {
   }
 }
 
+// Commands after a DATA statement that was not understood must not go on with the file before it.
 void Runner::Execute(const BayesHost::Fault& fault) {
+  if (BayesHost::IsSameWord(fSession.GetOutput().GetName(), "DATA")) fSession.DropData();
   fSession.GetOutput().AddMessage(BayesHost::MakeMessage(fault, fSession.GetCommand()));
 }
 

@@ -45,14 +45,26 @@ TEST(CommandLine, FormatComesFromItsNameElseFromTheFile) {
   }
 }
 
-TEST(CommandLine, UnknownFormatIsToldInWords) {
-  testing::internal::CaptureStderr();
-  const Request request = Parse({"run", "study.bay", "--format", "xml"});
-  const std::string shown = testing::internal::GetCapturedStderr();
-  EXPECT_EQ(request.fAction, Action::Done);
-  EXPECT_EQ(request.fExitStatus, kUsageError);
-  EXPECT_THAT(shown,
-              testing::StartsWith("--format: xml is no format: expected text, json, html, md or csv\n"));
+TEST(CommandLine, BadValuesAreToldInWords) {
+  const struct {
+    const char* fOption;
+    const char* fValue;
+    const char* fMessage;
+  } cases[] = {
+      {"--format", "xml", "--format: xml is no format: expected text, json, html, md or csv\n"},
+      {"--threads", "-1", "--threads: -1 is not allowed: expected a whole number, 0 or more\n"},
+      {"--seed", "0", "--seed: 0 is not allowed: expected a whole number above 0\n"},
+      {"--memory", "much", "--memory: much is not allowed: expected a size such as 500MB or 2GB\n"},
+  };
+  for (const auto& each : cases) {
+    testing::internal::CaptureStderr();
+    const Request request = Parse({"run", "study.bay", each.fOption, each.fValue});
+    const std::string shown = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(request.fAction, Action::Done) << each.fOption;
+    EXPECT_EQ(request.fExitStatus, kUsageError) << each.fOption;
+    EXPECT_THAT(shown, testing::StartsWith(each.fMessage));
+  }
+  EXPECT_EQ(Parse({"run", "study.bay", "--memory", "2MB"}).fMemoryBytes, std::size_t{2} << 20);
 }
 
 TEST(CommandLine, NeedsOneSource) {
