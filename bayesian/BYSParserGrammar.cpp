@@ -2,26 +2,13 @@
 #include <initializer_list>
 #include <vector>
 
+#include "bayesian/BYSCommandSets.h"
 #include "bayesian/BYSParser.h"
 
 namespace {
 
+using namespace BYSCommandSets;
 using Spec = UPSpecTypes;
-
-// Sets of commands.
-constexpr unsigned Bit(BSNConst::ModelTypes type) {
-  return 1U << static_cast<unsigned>(type);
-}
-constexpr unsigned kOne = Bit(BSNConst::OneSample);
-constexpr unsigned kRel = Bit(BSNConst::Related);
-constexpr unsigned kInd = Bit(BSNConst::Independent);
-constexpr unsigned kCor = Bit(BSNConst::Correlation);
-constexpr unsigned kReg = Bit(BSNConst::Regression);
-constexpr unsigned kAnv = Bit(BSNConst::Anova);
-constexpr unsigned kLog = Bit(BSNConst::LogLinear);
-constexpr unsigned kTests = kOne | kRel | kInd;
-constexpr unsigned kModels = kReg | kAnv;
-constexpr unsigned kAll = kTests | kCor | kModels | kLog;
 
 struct Flags {
   bool required;

@@ -3,24 +3,14 @@
 #include <algorithm>
 #include <set>
 
+#include "bayesian/BYSCommandSets.h"
 #include "bayesian/BYSParser.h"
 
 namespace {
 
+using namespace BYSCommandSets;
 using Settings = MCBSN_850::BSNSettings;
 using Words = std::vector<const char*>;
-
-constexpr unsigned Bit(BSNConst::ModelTypes type) {
-  return 1U << static_cast<unsigned>(type);
-}
-constexpr unsigned kOne = Bit(BSNConst::OneSample);
-constexpr unsigned kRel = Bit(BSNConst::Related);
-constexpr unsigned kInd = Bit(BSNConst::Independent);
-constexpr unsigned kCor = Bit(BSNConst::Correlation);
-constexpr unsigned kLog = Bit(BSNConst::LogLinear);
-constexpr unsigned kModels = Bit(BSNConst::Regression) | Bit(BSNConst::Anova);
-constexpr unsigned kTests = kOne | kRel | kInd;
-constexpr unsigned kAll = kTests | kCor | kLog | kModels;
 
 bool Always(const Settings& /*settings*/) {
   return true;
@@ -153,7 +143,7 @@ const std::vector<Idle>& Rows() {
     {kOne, "DATA", {"SUCCESS"}, &IsNotBinomial, kOnlyWith, "DISTRIBUTION=BINOMIAL"},
     {kInd, "PRIOR", {"KAPPA"}, &Always, kInCommand},
     {kLog, "CRITERIA", {"TOL", "MAXITER"}, &Always, kInCommand},  // nothing is integrated numerically
-    {Bit(BSNConst::Anova), "PREDICT", {"REGRESSORS"}, &Always, kOnlyWith, "BAYES REGRESSION"},
+    {kAnv, "PREDICT", {"REGRESSORS"}, &Always, kOnlyWith, "BAYES REGRESSION"},
 
     {kAll & ~kModels, "CRITERIA", {"CILEVEL"}, &HasNoPosterior, kOnlyWith, kWithPosterior},
     {kTests, "PRIOR", {"VARDIST", "PRECDIST", "MEANDIST", "KAPPA"}, &HasNoPosterior, kOnlyWith, kWithPosterior},

@@ -1,7 +1,11 @@
 // What a command's text becomes in the statistical settings, through the real host.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <memory>
+
+#include <functional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -134,6 +138,51 @@ inline std::string Show(const std::vector<int>& values) {
 template <class... Numbers>
 std::string ShowEach(Numbers... numbers) {
   return Show(std::vector<double>{static_cast<double>(numbers)...});
+}
+
+// What a command's settings hold, by a function that puts it in words; no message.
+struct SettingRow {
+  const Model& model;
+  std::string body;
+  std::function<std::string(const BSNSettings&)> read;
+  std::string expected;
+};
+inline void ExpectSettings(std::span<const SettingRow> rows) {
+  for (const SettingRow& row : rows) {
+    const Parsed parsed = Parse(row.model, row.body);
+    EXPECT_TRUE(parsed.ok) << row.body;
+    EXPECT_EQ(parsed.messages, std::vector<std::string>{}) << row.body;
+    EXPECT_EQ(row.read(parsed.settings), row.expected) << row.model.name << " " << row.body;
+  }
+}
+
+// The one message that a command draws, and whether it goes on.
+struct MessageRow {
+  const Model& model;
+  std::string body;
+  bool ok;
+  std::string message;
+};
+inline void ExpectMessages(std::span<const MessageRow> rows) {
+  for (const MessageRow& row : rows) {
+    const Parsed parsed = Parse(row.model, row.body);
+    EXPECT_EQ(parsed.ok, row.ok) << row.body;
+    EXPECT_EQ(parsed.messages, std::vector<std::string>{row.message}) << row.body;
+  }
+}
+
+// A command of weighted data that the host refuses, in one message of its own.
+struct RefusalRow {
+  const Model& model;
+  std::string body;
+};
+inline void ExpectHostRefusals(std::span<const RefusalRow> rows) {
+  for (const RefusalRow& row : rows) {
+    const Parsed parsed = Parse(row.model, row.body, true);
+    EXPECT_FALSE(parsed.ok) << row.body;
+    ASSERT_EQ(parsed.messages.size(), 1U) << row.body;
+    EXPECT_EQ(parsed.messages[0].substr(0, 11), "error Host ") << row.body;
+  }
 }
 
 }  // namespace BayesHost::ParsedCommands

@@ -37,12 +37,7 @@ std::string ShowTests(const BSNSettings& s) {
 
 TEST(ModelParser, ChoicesReachTheSettings) {
   const std::string conjugate = "x WITH y /PRIOR TYPE=CONJUGATE SHAPEPARAM=2 SCALEPARAM=3 MEANVECTOR=1 -2";
-  const struct {
-    const Model& model;
-    std::string body;
-    std::function<std::string(const BSNSettings&)> read;
-    std::string expected;
-  } rows[] = {
+  const SettingRow rows[] = {
       // The model, and what DESIGN leaves of it.
       {kRegression, "x BY s WITH y z", ShowModel, "0 | 3 | 1 2 "},
       {kRegression, "x BY s WITH y z /DESIGN COVARIATES=z", ShowModel, "0 | | 2 "},
@@ -91,12 +86,7 @@ TEST(ModelParser, ChoicesReachTheSettings) {
       {kRegression, "x BY s WITH y z", ShowPlots, "| | 2 "},
       {kRegression, "x BY s WITH y z /PLOT FACTORS=s COVARIATES=z MAX_CATEGORY=5", ShowPlots, "3 | 2 | 5 "},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body);
-    EXPECT_TRUE(parsed.ok) << row.body;
-    EXPECT_EQ(parsed.messages, std::vector<std::string>{}) << row.body;
-    EXPECT_EQ(row.read(parsed.settings), row.expected) << row.model.name << " " << row.body;
-  }
+  ExpectSettings(rows);
 }
 
 TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
@@ -106,12 +96,7 @@ TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
   const std::string invalid = "error Invalid value ^1, variable ^2, param ^3, subcom ^4 ...";
   const std::string count = "error Param ^1 need N vals same as N pred, subcom ^2 ...";
   const std::string idle = "warning Param ^1, subcom ^2, used only with ^3 ...";
-  const struct {
-    const Model& model;
-    std::string body;
-    bool ok;
-    std::string message;
-  } rows[] = {
+  const MessageRow rows[] = {
       {kRegression, "x", false, "error No factors, no covariates, command ^1 ..."},
       {kAnova, "x BY y z", false, "error Exactly one factor, no covariates, command ^1 ..."},
       {kAnova, "x BY y WITH z", false, "error Exactly one factor, no covariates, command ^1 ..."},
@@ -144,19 +129,12 @@ TEST(ModelParser, WhatDoesNotFitIsNamedByItsMessage) {
       {kRegression, "x WITH y /OUTFILE MODEL='m.xml' PARAMETER='p.xml'", false,
        "error Host params ^1 and ^2 exclusive, subcom ^3 ..."},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body);
-    EXPECT_EQ(parsed.ok, row.ok) << row.body;
-    EXPECT_EQ(parsed.messages, std::vector<std::string>{row.message}) << row.body;
-  }
+  ExpectMessages(rows);
 }
 
 // Names, types and boundaries are the host's to word: here it counts that the command stops with one message.
 TEST(ModelParser, RefusesWhatTheHostMustWord) {
-  const struct {
-    const Model& model;
-    const char* body;
-  } rows[] = {
+  const RefusalRow rows[] = {
       {kRegression, "s WITH y"},
       {kRegression, "x WITH s"},
       {kRegression, "x WITH x"},
@@ -178,12 +156,7 @@ TEST(ModelParser, RefusesWhatTheHostMustWord) {
       {kRegression, "x BY s WITH y z /DESIGN COVARIATES=y /PLOT FACTORS=s"},
       {kRegression, "x WITH y /PLOT COVARIATES=z"},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body, true);
-    EXPECT_FALSE(parsed.ok) << row.body;
-    ASSERT_EQ(parsed.messages.size(), 1U) << row.body;
-    EXPECT_EQ(parsed.messages[0].substr(0, 11), "error Host ") << row.body;
-  }
+  ExpectHostRefusals(rows);
 }
 
 TEST(ModelParser, PredictorsTakeValuesOfTheirKind) {

@@ -31,12 +31,7 @@ std::string ShowPrior(const BSNSettings& s) {
 TEST(TableParser, ChoicesReachTheSettings) {
   const std::string xy = "/INFERENCE VARIABLES=x y ANALYSIS=BOTH ";
   const std::string table = "/INFERENCE ANALYSIS=BOTH /TABLE s BY x ";
-  const struct {
-    const Model& model;
-    std::string body;
-    std::function<std::string(const BSNSettings&)> read;
-    std::string expected;
-  } rows[] = {
+  const SettingRow rows[] = {
       {kCorrelation, xy, [](const BSNSettings& s) { return Show(s.GetCovariates()); }, "0 1 "},
       {kCorrelation, xy, ShowCorrelation, "0 0 10 "},
       {kCorrelation, xy + "CORR=SPEARMAN CVALUE=-1.5 MAXPLOTS=0", ShowCorrelation, "1 -1.5 0 "},
@@ -68,21 +63,11 @@ TEST(TableParser, ChoicesReachTheSettings) {
        "1.5 2 3 1.25 | 0.5 | 1 "},
       {kLogLinear, table + "/ESTBF MODEL=POISSON SCALEPARAM=DATA", ShowPrior, "1 | M | 1 "},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body);
-    EXPECT_TRUE(parsed.ok) << row.body;
-    EXPECT_EQ(parsed.messages, std::vector<std::string>()) << row.body;
-    EXPECT_EQ(row.read(parsed.settings), row.expected) << row.model.name << " " << row.body;
-  }
+  ExpectSettings(rows);
 }
 
 TEST(TableParser, WhatDoesNotFitIsNamedByItsMessage) {
-  const struct {
-    const Model& model;
-    std::string body;
-    bool ok;
-    std::string message;
-  } rows[] = {
+  const MessageRow rows[] = {
       {kCorrelation, "/INFERENCE VARIABLES=x", false, "error Not enough corr var, param ^1, subcom ^2 ..."},
       {kCorrelation, "/INFERENCE VARIABLES=x x", false, "error Not enough corr var, param ^1, subcom ^2 ..."},
       {kCorrelation, "/INFERENCE VARIABLES=x y CORR=KENDALL ANALYSIS=BOTH /ESTBF TYPE=FRACTION(0.2)", true,
@@ -105,19 +90,12 @@ TEST(TableParser, WhatDoesNotFitIsNamedByItsMessage) {
       {kLogLinear, "/INFERENCE ANALYSIS=BOTH /TABLE x BY y /ESTBF MODEL=POISSON LAMBDAS=2", true,
        "warning Param ^1, subcom ^2, used only with ^3 ..."},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body);
-    EXPECT_EQ(parsed.ok, row.ok) << row.body;
-    EXPECT_EQ(parsed.messages, std::vector<std::string>{row.message}) << row.body;
-  }
+  ExpectMessages(rows);
 }
 
 // Boundaries, types, names and shared variables are the host's to word.
 TEST(TableParser, RefusesWhatTheHostMustWord) {
-  const struct {
-    const Model& model;
-    const char* body;
-  } rows[] = {
+  const RefusalRow rows[] = {
       {kCorrelation, "/INFERENCE VARIABLES=x s"},
       {kCorrelation, "/INFERENCE VARIABLES=x w"},
       {kCorrelation, "/INFERENCE VARIABLES=x y MAXPLOTS=51"},
@@ -134,12 +112,7 @@ TEST(TableParser, RefusesWhatTheHostMustWord) {
       {kLogLinear, "/TABLE x BY y /ESTBF LAMBDAS=1 0"},
       {kLogLinear, "/MISSING SCOPE=LISTWISE /TABLE x BY y"},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body, true);
-    EXPECT_FALSE(parsed.ok) << row.body;
-    ASSERT_EQ(parsed.messages.size(), 1U) << row.body;
-    EXPECT_EQ(parsed.messages[0].substr(0, 11), "error Host ") << row.body;
-  }
+  ExpectHostRefusals(rows);
 }
 
 TEST(TableParser, ShapesOfAMatrixKeepTheirRows) {

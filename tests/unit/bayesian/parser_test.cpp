@@ -116,12 +116,7 @@ TEST(Parser, ChoicesReachTheSettings) {
 
 TEST(Parser, WhatDoesNotFitIsNamedByItsMessage) {
   const char* const groups = "/INFERENCE VARIABLES=x GROUP=y SELECT=LEVEL(2 3)";
-  const struct {
-    const Model& model;
-    std::string body;
-    bool ok;
-    std::string message;
-  } rows[] = {
+  const MessageRow rows[] = {
       {kOne, "/INFERENCE DISTRIBUTION=BINOMIAL VARIABLES=x", false,
        "error Bayesian or Poisson need subcommand ^1 ..."},
       {kOne, "/INFERENCE DISTRIBUTION=BINOMIAL VARIABLES=x ANALYSIS=BAYESFACTOR", false,
@@ -161,20 +156,13 @@ TEST(Parser, WhatDoesNotFitIsNamedByItsMessage) {
       {kIndependent, std::string(groups) + " /PRIOR VARDIST=INVGAMMA(1 1)", true,
        "warning Indep var not Diffuse, param ^1, subcom ^2 ..."},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body);
-    EXPECT_EQ(parsed.ok, row.ok) << row.body;
-    EXPECT_EQ(parsed.messages, std::vector<std::string>{row.message}) << row.body;
-  }
+  ExpectMessages(rows);
 }
 
 // Boundaries, types and shared variables are the host's to word: here it counts that the command stops with
 // one message.
 TEST(Parser, RefusesWhatTheHostMustWord) {
-  const struct {
-    const Model& model;
-    const char* body;
-  } rows[] = {
+  const RefusalRow rows[] = {
       {kOne, "/INFERENCE DISTRIBUTION=BINOMIAL VARIABLES=x /PRIOR TYPE=CONJUGATE(1 0)"},
       {kOne, "/INFERENCE DISTRIBUTION=POISSON VARIABLES=x /PRIOR TYPE=CONJUGATE(0 0)"},
       {kOne, "/INFERENCE DISTRIBUTION=NORMAL VARIABLES=x /PRIOR TYPE=CONJUGATE(1 1)"},
@@ -197,12 +185,7 @@ TEST(Parser, RefusesWhatTheHostMustWord) {
       {kIndependent, "/INFERENCE VARIABLES=x GROUP=s SELECT=CUTPOINT(1)"},
       {kIndependent, "/INFERENCE VARIABLES=x GROUP=y SELECT=LEVEL(1 2) /ESTBF COMPUTATION=GONEN(1 0)"},
   };
-  for (const auto& row : rows) {
-    const Parsed parsed = Parse(row.model, row.body, true);
-    EXPECT_FALSE(parsed.ok) << row.body;
-    ASSERT_EQ(parsed.messages.size(), 1U) << row.body;
-    EXPECT_EQ(parsed.messages[0].substr(0, 11), "error Host ") << row.body;
-  }
+  ExpectHostRefusals(rows);
 }
 
 TEST(Parser, SuccessAndGroupsAreValuesOfTheirVariable) {
