@@ -15,7 +15,7 @@ namespace {
 constexpr int kSampleRecords = 20480;
 constexpr std::uint64_t kSampleBytes = std::uint64_t{8} << 20;
 // The engine's own choice, 32 MB for each thread, leaves it no room under a small memory setting.
-constexpr int kEngineBufferBytes = 4 << 20;
+constexpr int kEngineBufferBytes = 1 << 20;
 constexpr int kMostDecimals = 6;
 constexpr std::size_t kLeastWidth = 8;
 constexpr std::size_t kMostWidth = 40;

@@ -1,11 +1,12 @@
 #include "host/data/CsvScanner.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace BayesHost {
 
 namespace {
-constexpr std::size_t kBufferBytes = std::size_t{1} << 20;
+constexpr std::size_t kBufferBytes = std::size_t{1} << 16;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 }  // namespace
 
@@ -62,11 +63,16 @@ void CsvScanner::ReadCell() {
   const bool quoted = Peek() == fDialect.fQuote;
   if (quoted) ReadQuoted();
   if (quoted && !AtCellEnd() && fFault == Fault::None) fFault = Fault::TextAfterQuote;
-  while (!AtCellEnd()) {
-    fText += Take();
-    fBlank = false;
-  }
+  while (!AtCellEnd()) TakeText();
   fvEnds.push_back(fText.size());
+}
+
+void CsvScanner::TakeText() {
+  const char* const pEnd = std::find_if(fpAt, fpEnd, [this](char c) { return EndsCell(c); });
+  fText.append(fpAt, pEnd);
+  fOffset += static_cast<std::uint64_t>(pEnd - fpAt);
+  fpAt = pEnd;
+  fBlank = false;
 }
 
 void CsvScanner::ReadQuoted() {
@@ -91,7 +97,7 @@ void CsvScanner::TakeNewLine() {
 
 bool CsvScanner::AtCellEnd() {
   const int c = Peek();
-  return c == kEnd || c == fDialect.fDelimiter || c == '\n' || c == '\r';
+  return c == kEnd || EndsCell(static_cast<char>(c));
 }
 
 std::string_view CsvScanner::GetCell(int i) const {

@@ -49,9 +49,12 @@ class CsvScanner {
   char Take();
   void ReadRecord();
   void ReadCell();
+  // From here to the end of the cell or of the buffer.
+  void TakeText();
   void ReadQuoted();
   void TakeNewLine();
   bool AtCellEnd();
+  bool EndsCell(char c) const { return c == fDialect.fDelimiter || c == '\n' || c == '\r'; }
 
   CsvDialect fDialect;
   std::optional<TextInput> fFile;  // none: the text lies in memory

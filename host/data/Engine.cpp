@@ -15,7 +15,7 @@ namespace BayesHost {
 namespace {
 
 constexpr std::size_t kLeastBufferBytes = std::size_t{1} << 20;
-constexpr std::size_t kMostBufferBytes = std::size_t{32} << 20;
+constexpr std::size_t kMostBufferBytes = std::size_t{2} << 20;
 
 std::string TakeText(const char* text) {
   return text == nullptr ? "unknown error" : text;
@@ -36,13 +36,20 @@ struct Engine::State {
   duckdb_connection fConnection = nullptr;
 };
 
-Engine::Engine(Options options) : fOptions(std::move(options)) {}
+Engine::Engine(Options options) : fOptions(std::move(options)) {
+  if (fOptions.fThreads > 1) fOpening = std::async(std::launch::async, [this] { return Open(); });
+}
+
 Engine::~Engine() = default;
+
+Engine::State& Engine::GetState() {
+  if (!fpState) fpState = fOpening.valid() ? fOpening.get() : Open();
+  return *fpState;
+}
 
 // The engine neither reaches for the network nor writes outside the temporary folder, and nothing that runs
 // in it later can change that.
-Engine::State& Engine::Open() {
-  if (fpState) return *fpState;
+std::unique_ptr<Engine::State> Engine::Open() const {
   const std::array<std::pair<const char*, std::string>, 5> settings = {{
       {"autoinstall_known_extensions", "false"},
       {"autoload_known_extensions", "false"},
@@ -63,8 +70,7 @@ Engine::State& Engine::Open() {
   if (duckdb_connect(state->fDatabase, &state->fConnection) != DuckDBSuccess)
     throw EngineError("no connection");
   Lock(*state);
-  fpState = std::move(state);
-  return *fpState;
+  return state;
 }
 
 // The streaming buffer belongs to the connection: among the engine's own settings it has no effect. While its
@@ -99,7 +105,7 @@ struct Engine::Stream::State {
 // The streaming calls: a result asked for in any other way is first made whole in memory.
 Engine::Stream Engine::Query(const std::string& sql) {
   auto state = std::make_unique<Stream::State>();
-  if (duckdb_prepare(Open().fConnection, sql.c_str(), &state->fStatement) != DuckDBSuccess) {
+  if (duckdb_prepare(GetState().fConnection, sql.c_str(), &state->fStatement) != DuckDBSuccess) {
     throw EngineError(TakeText(duckdb_prepare_error(state->fStatement)));
   }
   if (duckdb_pending_prepared_streaming(state->fStatement, &state->fPending) != DuckDBSuccess) {
@@ -119,7 +125,7 @@ void Engine::Run(const std::string& sql) {
 // A preparation takes one statement only, and names the places of its errors in the caller's own text.
 void Engine::CheckSelect(const std::string& sql) {
   Stream::State state;
-  if (duckdb_prepare(Open().fConnection, sql.c_str(), &state.fStatement) != DuckDBSuccess)
+  if (duckdb_prepare(GetState().fConnection, sql.c_str(), &state.fStatement) != DuckDBSuccess)
     throw EngineError(TakeText(duckdb_prepare_error(state.fStatement)));
   if (duckdb_prepared_statement_type(state.fStatement) != DUCKDB_STATEMENT_TYPE_SELECT)
     throw EngineError("This is not a query: it doesn't begin with SELECT, FROM or WITH.");
