@@ -7,7 +7,7 @@
 #include "component/CorrelationInference.h"
 #include "component/CorrelationRecord.h"
 #include "component/Tasks.h"
-#include "component/numeric/CoMoments.h"
+#include "component/numeric/PairMoments.h"
 
 namespace BayesComponent {
 
@@ -21,38 +21,29 @@ constexpr double kLeastCases = 3;
 class PairData {
  public:
   virtual ~PairData() = default;
+  // Values of all variables, NaN for those that the case lacks.
   virtual void Add(const std::vector<double>& values, double weight) = 0;
+  // After the last case.
+  virtual void Close() {}
   virtual PairSample SampleOf(std::size_t pair) const = 0;
 };
 
 using Pairs = std::vector<std::pair<int, int>>;
 
-bool HasBoth(const std::vector<double>& values, const std::pair<int, int>& pair) {
-  return IsGiven(values[static_cast<std::size_t>(pair.first)]) &&
-         IsGiven(values[static_cast<std::size_t>(pair.second)]);
-}
-
-// Co-moments of each pair.
 class MomentData : public PairData {
  public:
-  explicit MomentData(const Pairs& pairs) : fvPairs(pairs), fvMoments(pairs.size()) {}
+  MomentData(std::size_t variables, const Pairs& pairs) : fMoments(variables, pairs) {}
 
-  void Add(const std::vector<double>& values, double weight) override {
-    for (std::size_t i = 0; i < fvPairs.size(); ++i) {
-      if (!HasBoth(values, fvPairs[i])) continue;
-      fvMoments[i].Add(values[static_cast<std::size_t>(fvPairs[i].first)],
-                       values[static_cast<std::size_t>(fvPairs[i].second)], weight);
-    }
-  }
+  void Add(const std::vector<double>& values, double weight) override { fMoments.Add(values, weight); }
+  void Close() override { fMoments.Close(); }
 
   PairSample SampleOf(std::size_t pair) const override {
-    const CoMoments& moments = fvMoments[pair];
+    const CoMoments& moments = fMoments.Of(pair);
     return {moments.Count(), moments.HasConstant(), moments.Correlation(), {}};
   }
 
  private:
-  const Pairs& fvPairs;
-  std::vector<CoMoments> fvMoments;
+  PairMoments fMoments;
 };
 
 // The cases themselves: ranks need them all.
@@ -72,7 +63,7 @@ class CaseData : public PairData {
     for (std::size_t i = 0; i < fvWeights.size(); ++i) {
       const double first = fvValues[i * fSize + static_cast<std::size_t>(fvPairs[pair].first)];
       const double second = fvValues[i * fSize + static_cast<std::size_t>(fvPairs[pair].second)];
-      if (!IsGiven(first) || !IsGiven(second)) continue;
+      if (std::isnan(first) || std::isnan(second)) continue;
       sample.fvCases.push_back({first, second, fvWeights[i]});
       sample.fN += fvWeights[i];
     }
@@ -96,21 +87,23 @@ double SpearmanOf(std::vector<WeightedPair> pairs) {
 // The data and the method of each coefficient.
 struct Coefficient {
   BSNConst::CorrTests fTest;
-  std::unique_ptr<PairData> (*fMakeData)(const Pairs&);
+  std::unique_ptr<PairData> (*fMakeData)(std::size_t variables, const Pairs& pairs);
   PairMethod fInfer;
 };
 
 const Coefficient kCoefficients[] = {
     {BSNConst::Pearson,
-     [](const Pairs& pairs) -> std::unique_ptr<PairData> { return std::make_unique<MomentData>(pairs); },
+     [](std::size_t variables, const Pairs& pairs) -> std::unique_ptr<PairData> {
+       return std::make_unique<MomentData>(variables, pairs);
+     },
      InferPearson},
     {BSNConst::Spearman,
-     [](const Pairs& pairs) -> std::unique_ptr<PairData> {
+     [](std::size_t, const Pairs& pairs) -> std::unique_ptr<PairData> {
        return std::make_unique<CaseData>(pairs, SpearmanOf);
      },
      InferSpearman},
     {BSNConst::Kendall,
-     [](const Pairs& pairs) -> std::unique_ptr<PairData> {
+     [](std::size_t, const Pairs& pairs) -> std::unique_ptr<PairData> {
        return std::make_unique<CaseData>(pairs, KendallTauB);
      },
      InferKendall},
@@ -148,7 +141,7 @@ class Correlation : public Analysis {
         fCoefficient(coefficient),
         fStatuses(statuses),
         fvPairs(AllPairs(settings.GetCovariates().size())),
-        fpData(coefficient.fMakeData(fvPairs)),
+        fpData(coefficient.fMakeData(settings.GetCovariates().size(), fvPairs)),
         fvNs(settings.GetCovariates().size(), 0),
         fvValues(settings.GetCovariates().size()) {}
 
@@ -156,13 +149,15 @@ class Correlation : public Analysis {
 
   void Accumulate(const double* record, double weight) override {
     for (std::size_t i = 0; i < fvValues.size(); ++i) {
-      fvValues[i] = record[fSettings.GetCovariates()[i]];
-      if (IsGiven(fvValues[i])) fvNs[i] += weight;
+      const double value = record[fSettings.GetCovariates()[i]];
+      fvValues[i] = IsGiven(value) ? value : std::numeric_limits<double>::quiet_NaN();
+      if (IsGiven(value)) fvNs[i] += weight;
     }
     fpData->Add(fvValues, weight);
   }
 
   std::unique_ptr<BSNOutputStats> Finish() override {
+    fpData->Close();
     std::vector<PairResult> results(fvPairs.size());
     const Cancellation cancellation(fSettings);
     RunTasks(fSettings, results.size(), [&](std::size_t pair) {

@@ -70,8 +70,10 @@ PeakedIntegral::PeakedIntegral(const LogFunction& lnF, double width, const Gauss
 }
 
 PeakedIntegral::Node PeakedIntegral::NodeAt(const LogFunction& lnF, double t) const {
-  const double at = fPeak + fWidth * std::sinh(t);
-  return {at, std::exp(lnF(at) - fLnPeak) * fWidth * std::cosh(t)};
+  // sinh t and cosh t from one exponential: that t is no smaller than a step keeps the digits of the first.
+  const double growth = std::exp(t);
+  const double at = fPeak + fWidth * (growth - 1 / growth) / 2;
+  return {at, std::exp(lnF(at) - fLnPeak) * fWidth * (growth + 1 / growth) / 2};
 }
 
 double PeakedIntegral::FindEnd(const LogFunction& lnF, double step) {

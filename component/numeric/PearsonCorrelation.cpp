@@ -42,28 +42,33 @@ std::optional<double> PearsonMode(const ReducedLikelihood& likelihood, double n,
 class JzsIntegrand {
  public:
   JzsIntegrand(const PearsonSample& sample, double rho0)
-      : fN(sample.fN), fDistance(std::atanh(sample.fR) - std::atanh(rho0)) {}
+      : fN(sample.fN), fLnConstant(0.5 * std::log(sample.fN / (2 * std::numbers::pi))) {
+    const double distance = std::atanh(sample.fR) - std::atanh(rho0);
+    const double r = std::tanh(distance);
+    fSquare = r * r;
+    fRest = std::exp(-2 * LogCosh(distance));
+  }
 
   // The Bayes factor BF10 given g.
   double LogBF10(double g) const {
-    const double r = std::tanh(fDistance);
-    const double q = std::exp(-2 * LogCosh(fDistance));
     const double shrinkage = std::isinf(g) ? 1 : g / (1 + g);
     // ln[(1 + q g)/(1 + g)] by the form that doesn't cancel.
     const double lnRest =
-        r * r < 0.5 ? std::log1p(-r * r * shrinkage) : std::log(q * shrinkage + 1 / (1 + g));
+        fSquare < 0.5 ? std::log1p(-fSquare * shrinkage) : std::log(fRest * shrinkage + 1 / (1 + g));
     return -0.5 * std::log1p(g) - (fN - 1) / 2 * lnRest;
   }
 
   double operator()(double lnG) const {
     const double g = std::exp(lnG);
-    const double lnPrior = 0.5 * std::log(fN / (2 * std::numbers::pi)) - 0.5 * lnG - fN / (2 * g);
+    const double lnPrior = fLnConstant - 0.5 * lnG - fN / (2 * g);
     return LogBF10(g) + lnPrior;
   }
 
  private:
   double fN;
-  double fDistance;
+  double fLnConstant;
+  double fSquare;  // r^2
+  double fRest;    // 1 - r^2
 };
 
 // ln[L_n(rho0) / integral of L_n times the prior], both relative to the same constant.
