@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "host/data/DataError.h"
 #include "host/data/SqlText.h"
@@ -14,8 +15,10 @@ namespace {
 
 constexpr int kSampleRecords = 20480;
 constexpr std::uint64_t kSampleBytes = std::uint64_t{8} << 20;
-// The engine's own choice, 32 MB for each thread, leaves it no room under a small memory setting.
+// What the engine reads at a time, and no record may be longer. With small buffers its threads share the work
+// on small files, too; its own choice, 32 MB for each thread, leaves it no room under a small memory setting.
 constexpr int kEngineBufferBytes = 1 << 20;
+constexpr int kLongRecordBytes = 16 << 20;
 constexpr int kMostDecimals = 6;
 constexpr std::size_t kLeastWidth = 8;
 constexpr std::size_t kMostWidth = 40;
@@ -274,6 +277,10 @@ std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
                      QuoteFile(fFile.fPath), DescribeDialect(), DeclareColumns(columns));
 }
 
+bool CsvFile::AllowLongerRecords() {
+  return !std::exchange(fHasLongRecords, true);
+}
+
 // The engine knows words for missing of the whole file only: a column with words of its own is read as text.
 std::string CsvFile::MakeExpression(int column) const {
   const auto i = static_cast<std::size_t>(column);
@@ -312,7 +319,8 @@ std::string CsvFile::DescribeDialect() const {
       "decimal_separator = '{}', nullstr = [{}], buffer_size = {}, compression = '{}'",
       fHasNames, QuoteText({&fDialect.fDelimiter, 1}), QuoteText({&fDialect.fQuote, 1}),
       QuoteText({&fDialect.fEscape, 1}), EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal,
-      fmt::join(missing, ", "), kEngineBufferBytes, TextInput::IsArchive(fFile.fPath) ? "gzip" : "none");
+      fmt::join(missing, ", "), fHasLongRecords ? kLongRecordBytes : kEngineBufferBytes,
+      TextInput::IsArchive(fFile.fPath) ? "gzip" : "none");
 }
 
 bool CsvFile::IsMissingWord(int column, std::string_view cell) const {
@@ -343,8 +351,16 @@ void CsvFile::CheckInfinite(const std::vector<int>& columns) const {
 }
 
 void CsvFile::Explain(const std::vector<int>& columns, const std::string& engineText) const {
-  for (CsvScanner scanner = OpenData(); scanner.Next();) {
+  CsvScanner scanner = OpenData();
+  for (std::uint64_t begin = scanner.GetOffset(); scanner.Next(); begin = scanner.GetOffset()) {
     CheckRecord(scanner);
+    if (scanner.GetOffset() - begin > kLongRecordBytes) {
+      Refuse(
+          scanner.GetLine(), 0,
+          fmt::format("The record is longer than {} MB. Shorten its cells, or look for a quote that should "
+                      "be doubled.",
+                      kLongRecordBytes >> 20));
+    }
     for (const int column : columns) {
       if (Fits(column, scanner.GetCell(column))) continue;
       const bool isBoolean = fvTypes[static_cast<std::size_t>(column)] == ColumnType::Boolean;

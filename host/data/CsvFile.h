@@ -26,6 +26,7 @@ class CsvFile : public TableSource {
 
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   std::string MakeQuery(const std::vector<int>& columns) const override;
+  bool AllowLongerRecords() override;
   // Refuses digits too large for a double; words for infinity are missing values.
   void CheckInfinite(const std::vector<int>& columns) const override;
   // Reads the file again, up to the first record that is damaged or holds text in a numeric column.
@@ -72,6 +73,7 @@ class CsvFile : public TableSource {
   DataFile fFile;
   CsvDialect fDialect;
   bool fHasNames = true;
+  bool fHasLongRecords = false;
   std::vector<std::string> fvNames;  // at first the first record's cells
   std::vector<ColumnType> fvTypes;
   std::vector<VariableState> fvVariables;

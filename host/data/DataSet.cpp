@@ -163,6 +163,8 @@ bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& st
   try {
     if (!ReadColumns(variables, *store, stop)) return false;
   } catch (const EngineError& error) {
+    store.reset();
+    if (fpSource->AllowLongerRecords()) return LoadColumns(variables, stop);
     fpSource->Explain(variables, error.what());
   }
   Adopt(variables, std::move(store));

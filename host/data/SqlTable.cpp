@@ -34,7 +34,7 @@ std::string SqlTable::MakeView() const {
   std::iota(all.begin(), all.end(), 0);
   std::vector<std::string> names;
   for (const VariableState& variable : variables) names.push_back(QuoteName(variable.fName));
-  return fmt::format("CREATE TEMP VIEW data({}) AS {}", fmt::join(names, ", "), fpBase->MakeQuery(all));
+  return fmt::format("CREATE OR REPLACE TEMP VIEW data({}) AS {}", fmt::join(names, ", "), fpBase->MakeQuery(all));
 }
 
 // A column that keeps its name and kind keeps its labels, format and user-missing values.
@@ -58,6 +58,12 @@ std::string SqlTable::MakeQuery(const std::vector<int>& columns) const {
   std::vector<std::string> wanted;
   for (const int column : columns) wanted.push_back(fmt::format("c{}", column));
   return fmt::format("SELECT {} FROM result", fmt::join(wanted, ", "));
+}
+
+bool SqlTable::AllowLongerRecords() {
+  if (!fpBase->AllowLongerRecords()) return false;
+  fEngine.Run(MakeView());
+  return true;
 }
 
 // An error of the file itself is told by the table that knows the file.

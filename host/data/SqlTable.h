@@ -22,6 +22,7 @@ class SqlTable : public TableSource {
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   void Prepare() override;
   std::string MakeQuery(const std::vector<int>& columns) const override;
+  bool AllowLongerRecords() override;
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:

@@ -17,6 +17,9 @@ class TableSource {
   virtual void Prepare() {}
   // A query for these columns in the order of the file: numbers as DOUBLE, strings as VARCHAR.
   virtual std::string MakeQuery(const std::vector<int>& columns) const = 0;
+  // After the engine refused a query: asks it for longer records from now on. False: it can't take any longer
+  // ones. Throws EngineError.
+  virtual bool AllowLongerRecords() { return false; }
   // The engine met infinite numbers in these columns. Throws a DataError where the table can tell that they
   // were meant to be finite.
   virtual void CheckInfinite(const std::vector<int>& /*columns*/) const {}

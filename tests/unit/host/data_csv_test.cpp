@@ -15,6 +15,9 @@
 namespace BayesHost {
 namespace {
 
+using testing::AllOf;
+using testing::HasSubstr;
+
 constexpr double M = MCCommon_850::MCMV::Missing();
 
 // The whole table as text, for comparison in one line: "x:number y:string | 1 a | . b".
@@ -186,6 +189,24 @@ TEST(CsvFile, TakesFileNamesLiterally) {
     DataSet data(temp.GetFile(), {});
     EXPECT_EQ(Show(data), "x:number | 1");
   }
+}
+
+// Longer than what the engine reads at a time, behind the sample that the columns' types are taken from.
+TEST(CsvFile, ReadsLongRecordsByItselfAndThroughAQuery) {
+  const auto tableWith = [](std::size_t bytes) {
+    return Late("x,y\n", "1,a\n", "2," + std::string(bytes, 'b') + "\n");
+  };
+  const TempData temp(tableWith(5 << 20));
+  for (const char* sql : {"", "SELECT x FROM data"}) {
+    DataOptions options;
+    options.fSql = sql;
+    DataSet data(temp.GetFile(), {std::size_t{1} << 28, 2}, options);
+    data.Require({0});
+    data.Load();
+    EXPECT_EQ(data.CountCases(), 30002) << sql;
+  }
+  const TempData tooLong(tableWith(17 << 20));
+  EXPECT_THAT(ReadError(tooLong.GetFile()), AllOf(HasSubstr("line 30002"), HasSubstr("longer than 16 MB")));
 }
 
 TEST(CsvFile, DescribesVariables) {
