@@ -74,12 +74,18 @@ bool ACAInputAdapter::State::IsCase(const double* record) {
 }
 
 void ACAInputAdapter::State::AcceptRun(std::size_t from) {
-  for (std::size_t i = from; i < fBlock.CountCases(); ++i) {
-    const CaseFate fate = EnterCase(i);
-    if (fate == CaseFate::Dropped) CountDropped();
-    if (fate == CaseFate::Kept) CountValid();
+  const std::size_t end = fBlock.CountCases();
+  if (fBlock.IsAllKept() && fWeightSlot < 0) {
+    CountValid(static_cast<double>(end - from));
+  } else {
+    for (std::size_t i = from; i < end; ++i) Count(EnterCase(i));
   }
   if (fPass == 0) LearnRun();
+}
+
+void ACAInputAdapter::State::Count(CaseFate fate) {
+  if (fate == CaseFate::Dropped) CountDropped();
+  if (fate == CaseFate::Kept) CountValid(1);
 }
 
 void ACAInputAdapter::State::Learn() {

@@ -67,7 +67,8 @@ struct ACAInputAdapter::State {
 
  private:
   void PrepareSlots();
-  void CountValid();
+  void CountValid(double cases);
+  void Count(BayesHost::CaseFate fate);
   void Learn();
   void LearnRun();
   void LearnCategory(int slot, double value);
@@ -94,12 +95,13 @@ inline void ACAInputAdapter::State::CountDropped() {
   GetSplit().fCounts.fWeightedDropped += fWeight;
 }
 
-inline void ACAInputAdapter::State::CountValid() {
-  GetSplit().fCounts.fValid += 1;
-  GetSplit().fCounts.fWeightedValid += fWeight;
+// Of that many cases with the weight of the current one.
+inline void ACAInputAdapter::State::CountValid(double cases) {
+  GetSplit().fCounts.fValid += cases;
+  GetSplit().fCounts.fWeightedValid += cases * fWeight;
 }
 
 inline void ACAInputAdapter::State::Accept() {
-  CountValid();
+  CountValid(1);
   if (fPass == 0) Learn();
 }
