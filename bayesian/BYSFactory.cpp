@@ -73,7 +73,7 @@ bool BYSFactory::ProcedureDataPass(bool reportEmpty) {
     if (reportEmpty) ReportNoValidCases();
   }
   while (!status.IsError() && fpRecIter->HasRecord() && !IsCancelled()) {
-    fpRecIter->Advance();
+    fpRecIter->AdvanceRun();
     if (fpRecIter->GetState() == ACAProcDataSourceIter::kNoValidCase) {
       status = MakeError(kNoValidCases);
       ok = false;

@@ -119,6 +119,23 @@ bool BYSProcAdapter::PreprocessRecord(double* record) {
   return HasUsableWeight(record);
 }
 
+// Beside the weight check, PreprocessRecord has nothing to do in pass 0; afterwards it depends on the
+// analysis.
+bool BYSProcAdapter::TakesCasesAsTheyAre() const {
+  if (fWeightSlot >= 0) return false;
+  if (GetCurrentPass() == 0) return true;
+  switch (fModelType) {
+    case BSNConst::OneSample:
+      return fTestDistType == BSNConst::Normal;
+    case BSNConst::Independent:
+      return fGroupSourceSlot < 0;
+    case BSNConst::Regression:
+      return fvCovarSlots.empty();
+    default:
+      return true;
+  }
+}
+
 // Also cases that the weight check rejects afterwards are summed.
 void BYSProcAdapter::SumCovariates(const double* record) {
   for (std::size_t i = 0; i < fvCovarSlots.size(); ++i) {

@@ -47,6 +47,7 @@ class BYSProcAdapter : public ACAInputAdapter {
   bool PreprocessRecord(double* record) override;
   void PrepareNewPass() override;
   void PrepareNewSplit() override;
+  bool TakesCasesAsTheyAre() const override;
 
   // Ends a split's reading: derives categories and cut points (pass 0), shows the warnings that its values
   // earned (pass 1). False: the split can't be analysed; a message was shown.

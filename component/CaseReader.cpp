@@ -12,6 +12,11 @@ namespace {
 
 constexpr double kRecordsPerReport = 4096;
 
+// Rounded to whole cases, halves away from zero; 0 drops the case.
+double WeightOf(double value) {
+  return IsGiven(value) ? std::max(0.0, std::round(value)) : 0;
+}
+
 }  // namespace
 
 CaseReader::CaseReader(const BSNSettings& settings, StatusList& statuses)
@@ -21,6 +26,7 @@ void CaseReader::Read(MCCommon_850::MCRecordSource& records, Analysis& analysis)
   const bool isListwise = fSettings.GetMissScope() == BSNConst::Listwise;
   const std::vector<int> required = isListwise ? analysis.RequiredSlots() : std::vector<int>();
   const auto recordSize = static_cast<std::size_t>(records.GetRecordSize());
+  const int weightSlot = fSettings.GetFrequencyWeightVar();
   double nRead = 0;
   double nReported = 0;
   bool isEmpty = true;
@@ -28,7 +34,7 @@ void CaseReader::Read(MCCommon_850::MCRecordSource& records, Analysis& analysis)
   records.Restart();
   while (const double* block = records.NextBlock(count)) {
     for (const double* record = block; record != block + count * recordSize; record += recordSize) {
-      const double weight = WeightOf(record);
+      const double weight = weightSlot < 0 ? 1 : WeightOf(record[weightSlot]);
       const auto isThere = [record](int slot) { return IsGiven(record[slot]); };
       if (weight == 0 || !std::all_of(required.begin(), required.end(), isThere)) continue;
       analysis.Accumulate(record, weight);
@@ -42,13 +48,6 @@ void CaseReader::Read(MCCommon_850::MCRecordSource& records, Analysis& analysis)
   Report(nRead);
   if (IsCancelled()) return fStatuses.Fail(kCancelled);
   if (isEmpty) fStatuses.Fail(kNoValidCases);
-}
-
-// Rounded to whole cases, halves away from zero; 0 drops the case.
-double CaseReader::WeightOf(const double* record) const {
-  const int slot = fSettings.GetFrequencyWeightVar();
-  if (slot < 0) return 1;
-  return IsGiven(record[slot]) ? std::max(0.0, std::round(record[slot])) : 0;
 }
 
 bool CaseReader::IsCancelled() const {

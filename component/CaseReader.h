@@ -14,7 +14,6 @@ class CaseReader {
   void Read(MCCommon_850::MCRecordSource& records, Analysis& analysis);
 
  private:
-  double WeightOf(const double* record) const;
   bool IsCancelled() const;
   void Report(double nRead) const;
 

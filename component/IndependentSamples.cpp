@@ -40,14 +40,16 @@ class IndependentSamples : public Analysis {
       return nullptr;
     }
     auto data = std::make_shared<MCBSN_850::BSN2SampleIndOutputStats::Data>();
-    for (std::size_t i = 0; i < fvSlots.size(); ++i) fDifference.Append(fvSamples[i], fvSlots[i], *data);
+    for (std::size_t i = 0; i < fvSlots.size(); ++i) {
+      fDifference.Append({fvSamples[i][0].Total(), fvSamples[i][1].Total()}, fvSlots[i], *data);
+    }
     return std::make_unique<MCBSN_850::BSN2SampleIndOutputStats>(data);
   }
 
  private:
   std::vector<int> fvSlots;
   int fGroupSlot;
-  std::vector<std::array<Moments, 2>> fvSamples;
+  std::vector<std::array<MomentCollector, 2>> fvSamples;
   std::array<bool, 2> fHasCases{false, false};
   StatusList& fStatuses;
   MeanDifference fDifference;

@@ -24,13 +24,14 @@ class OneSampleNormal : public Analysis {
   std::unique_ptr<BSNOutputStats> Finish() override {
     auto data = std::make_shared<MCBSN_850::BSN1SampleNormOutputStats::Data>();
     data->fvVariables = fvSlots;
-    for (std::size_t i = 0; i < fvSlots.size(); ++i) fMean.Append(fvSamples[i], 0, i, fvSlots[i], *data);
+    for (std::size_t i = 0; i < fvSlots.size(); ++i)
+      fMean.Append(fvSamples[i].Total(), 0, i, fvSlots[i], *data);
     return std::make_unique<MCBSN_850::BSN1SampleNormOutputStats>(data);
   }
 
  private:
   std::vector<int> fvSlots;
-  std::vector<Moments> fvSamples;
+  std::vector<MomentCollector> fvSamples;
   NormalMean fMean;
 };
 

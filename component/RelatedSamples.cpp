@@ -13,12 +13,12 @@ namespace {
 // Differences with the size of what was subtracted, by which their rounding is judged: 0.3 - 0.1 and 0.4 -
 // 0.2 are a constant difference, though not the same double.
 struct Differences {
-  Moments fMoments;
+  MomentCollector fMoments;
   double fLargest = 0;
 
-  double RoundingNoise() const {
+  double RoundingNoise() {
     const double noise = std::numeric_limits<double>::epsilon() * fLargest;
-    return fMoments.Count() * noise * noise;
+    return fMoments.Total().Count() * noise * noise;
   }
 };
 
@@ -51,8 +51,8 @@ class RelatedSamples : public Analysis {
     data->fvFirsts = fvFirsts;
     data->fvSeconds = fvSeconds;
     for (std::size_t i = 0; i < fvFirsts.size(); ++i) {
-      const Differences& sample = fvSamples[i];
-      fMean.Append(sample.fMoments, sample.RoundingNoise(), i, static_cast<int>(i), *data);
+      Differences& sample = fvSamples[i];
+      fMean.Append(sample.fMoments.Total(), sample.RoundingNoise(), i, static_cast<int>(i), *data);
     }
     return std::make_unique<MCBSN_850::BSN2SampleRelatedOutputStats>(data);
   }

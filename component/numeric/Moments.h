@@ -1,4 +1,4 @@
-// Count, mean and sum of squares of a weighted sample in one pass.
+// Count, mean and sum of squares of a weighted sample in one pass over the cases, by blocks of some hundreds.
 //
 // The sum of squares: B. P. Welford (1962), Technometrics 4:419-420; merging: T. F. Chan, G. H. Golub, R. J.
 // LeVeque (1983), Am. Stat. 37:242-247. Its running mean is kept as an offset from the first value: a mean of
@@ -7,11 +7,17 @@
 // digit however much cancels: D. E. Knuth, The Art of Computer Programming 2, section 4.2.2, theorem B.
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 namespace BayesComponent {
 
 // A sum with its accumulated rounding errors.
 class TwofoldSum {
  public:
+  TwofoldSum() = default;
+  TwofoldSum(double high, double low) : fHigh(high), fLow(low) {}
+
   void Add(double value);
   void AddProduct(double left, double right);
   void Merge(const TwofoldSum& other);
@@ -26,6 +32,8 @@ class Moments {
  public:
   // `weight` > 0: how many cases have this value.
   void Add(double value, double weight);
+  // Values that have one case each. Twice through: first for their mean, then for the squares about it.
+  void Add(const double* values, std::size_t count);
   // As if the other's values had been added here.
   void Merge(const Moments& other);
 
@@ -37,11 +45,37 @@ class Moments {
   double SumOfSquares() const { return fSumOfSquares; }
 
  private:
+  static Moments OfLanes(const double* values, std::size_t count, double origin);
+
   double fCount = 0;
   TwofoldSum fSum;
   double fOrigin = 0;
   double fOffset = 0;
   double fSumOfSquares = 0;
+};
+
+// Takes values one by one, and gives the moments those of one case in blocks. The blocks are counted from the
+// first value: what comes out depends on nothing but the sequence of values.
+class MomentCollector {
+ public:
+  // `weight` > 0: how many cases have this value.
+  void Add(double value, double weight) {
+    if (weight != 1) return fMoments.Add(value, weight);
+    fBlock[fFill++] = value;
+    if (fFill == fBlock.size()) EndBlock();
+  }
+  // Of all values so far.
+  const Moments& Total() {
+    EndBlock();
+    return fMoments;
+  }
+
+ private:
+  void EndBlock();
+
+  Moments fMoments;
+  std::size_t fFill = 0;
+  std::array<double, 256> fBlock;
 };
 
 }  // namespace BayesComponent

@@ -8,15 +8,15 @@
 #include "host/session/Session.h"
 
 using BayesHost::BlockStore;
+using BayesHost::CaseBlock;
 using BayesHost::CaseCursor;
-using BayesHost::CaseRows;
 using BayesHost::Session;
 
 namespace {
 
 constexpr int kBlockRecords = 2048;
 
-// Records in order: either cases as they stand in the data, made anew from the columns whenever they are
+// Records in order: either those of the kept cases of a stretch, made anew from the columns whenever they are
 // read, or records that the blocks hold.
 struct Stretch {
   bool fIsStored;
@@ -26,11 +26,12 @@ struct Stretch {
 
 }  // namespace
 
-// Most records of numbers are the cases themselves, and copies of them would take as much memory as the
+// Most records are the cases themselves, and copies of them would take as much memory as the
 // columns. What was recoded is kept, row by row in blocks of equal size; the last one need not be full.
 struct ACADataFileIter::Implementation {
   Implementation(ACAInputAdapter& adapter, int sizeHint);
 
+  void AddSplit(ACAProcDataSourceIter& records);
   void Add(const ACAProcDataSourceIter::Implementation& records);
   void Keep(const double* record);
   void Extend(bool isStored, std::uint64_t position);
@@ -38,6 +39,7 @@ struct ACADataFileIter::Implementation {
   bool NextStretch();
   void OpenCases();
   const double* ReadCases(std::size_t& count);
+  void EncodeRows(std::size_t count);
   const double* ReadStored(std::size_t& count);
 
   ACAInputAdapter& fAdapter;
@@ -49,7 +51,8 @@ struct ACADataFileIter::Implementation {
   std::uint64_t fStored = 0;
   std::vector<double> fvBuffer;  // for a block that is read from the file
   // Reading.
-  CaseRows fRows;
+  CaseBlock fCases;
+  std::vector<double> fvRows;
   std::optional<CaseCursor> fCursor;
   std::size_t fNextStretch = 0;
   std::uint64_t fAt = 0;   // in a stretch of stored records
@@ -65,6 +68,16 @@ ACADataFileIter::Implementation::Implementation(ACAInputAdapter& adapter, int si
   if (adapter.GetState().fpData == nullptr) return;
   const std::size_t size = std::max<std::size_t>(fBlockRecords * fRecordSize, 1);
   fBlocks.emplace(adapter.GetState().fpData->GetBudget(), size);
+}
+
+// Cases that are taken as they are make one stretch, and are only counted.
+void ACADataFileIter::Implementation::AddSplit(ACAProcDataSourceIter& records) {
+  const ACAProcDataSourceIter::Implementation& state = records.GetImplementation();
+  const bool isStretch = fAdapter.TakesCasesAsTheyAre() && records.HasRecord();
+  if (isStretch) fvStretches.push_back({false, state.GetPosition(), state.GetSplitEnd()});
+  for (; records.HasRecord(); records.AdvanceRun()) {
+    if (!isStretch) Add(state);
+  }
 }
 
 // A stretch of cases begins where a run of them begins, so that stretches are long.
@@ -114,14 +127,30 @@ void ACADataFileIter::Implementation::OpenCases() {
   BayesHost::DataSet& data = *fAdapter.GetState().fpData;
   std::uint64_t longest = 0;
   for (const Stretch& stretch : fvStretches) longest = std::max(longest, stretch.fEnd - stretch.fBegin);
-  fRows = CaseRows(layout, data, std::min<std::uint64_t>(longest, BayesHost::ColumnStore::kBlockRows));
+  const std::uint64_t cases = std::min<std::uint64_t>(longest, BayesHost::ColumnStore::kBlockRows);
+  fCases = CaseBlock(layout, data, cases);
+  fvRows.resize(cases * fRecordSize);
   fCursor.emplace(data.MakeCursor(BayesHost::ListVariables(layout)));
 }
 
 const double* ACADataFileIter::Implementation::ReadCases(std::size_t& count) {
-  count = fCursor ? fCursor->NextRun() : 0;
-  if (count > 0) fRows.Take(*fCursor, count, fPass);
-  return count > 0 ? fRows.GetRow(0) : nullptr;
+  count = 0;
+  while (fCursor && count == 0) {
+    const std::size_t cases = fCursor->NextRun();
+    if (cases == 0) return nullptr;
+    fCases.Take(*fCursor, cases, fPass);
+    count = fCases.CopyKept(fvRows.data());
+  }
+  EncodeRows(count);
+  return count > 0 ? fvRows.data() : nullptr;
+}
+
+void ACADataFileIter::Implementation::EncodeRows(std::size_t count) {
+  ACAInputAdapter::State& state = fAdapter.GetState();
+  for (const int slot : state.fVarSpecs.GetRecCatVars()) {
+    double* value = fvRows.data() + slot;
+    for (std::size_t i = 0; i < count; ++i, value += fRecordSize) *value = state.Encode(slot, *value);
+  }
 }
 
 const double* ACADataFileIter::Implementation::ReadStored(std::size_t& count) {
@@ -149,7 +178,7 @@ ACAProcDataSourceIter::State ACADataFileIter::GetState() const {
 bool ACADataFileIter::FillDataFile(ACAProcDataSourceIter& records) {
   Session& session = Session::Current();
   try {
-    for (; records.HasRecord(); records.Advance()) fpImplementation->Add(records.GetImplementation());
+    fpImplementation->AddSplit(records);
     fpImplementation->EndFilling();
   } catch (const std::system_error& error) {
     session.StoreError(error.what());

@@ -24,14 +24,9 @@ int ACAInputAdapter::GetRecordSize() const {
   return fpState->fVarSpecs.GetNRecordVars();
 }
 
-// In pass 0 a category is learnt only when its case is accepted; until then its code is the next one.
 void ACAInputAdapter::EncodeCatVars(double* record) {
   for (const int slot : fpState->fVarSpecs.GetRecCatVars()) {
-    const double value = fpState->GetValue(slot);
-    const Categories& categories = *fpState->FindCategories(slot);
-    const int code = value == kMissing ? -1 : categories.Find(value);
-    const bool isNew = code < 0 && fpState->fPass == 0;
-    record[slot] = value == kMissing ? kMissing : isNew ? categories.Count() : code;
+    record[slot] = fpState->Encode(slot, fpState->GetValue(slot));
   }
 }
 
@@ -55,6 +50,9 @@ bool ACAInputAdapter::PreprocessCase() {
 }
 bool ACAInputAdapter::PreprocessRecord(double*) {
   return true;
+}
+bool ACAInputAdapter::TakesCasesAsTheyAre() const {
+  return false;
 }
 void ACAInputAdapter::PrepareNewPass() {}
 void ACAInputAdapter::PrepareNewSplit() {}
@@ -99,11 +97,11 @@ const OBS* ACAInputAdapter::DecodeRecordCatValue(int slot, int code) const {
 }
 
 double ACAInputAdapter::GetRecordVarMin(int slot) const {
-  const BayesHost::SplitData& split = fpState->GetSplit();
-  return split.fvLargest[Index(slot)] == kMissing ? kMissing : split.fvSmallest[Index(slot)];
+  const BayesHost::ValueRange& range = fpState->GetSplit().fvRanges[Index(slot)];
+  return range.fSmallest > range.fLargest ? kMissing : range.fSmallest;
 }
 double ACAInputAdapter::GetRecordVarMax(int slot) const {
-  return fpState->GetSplit().fvLargest[Index(slot)];
+  return fpState->GetSplit().fvRanges[Index(slot)].fLargest;
 }
 
 int ACAInputAdapter::GetWeightAdjType() const {

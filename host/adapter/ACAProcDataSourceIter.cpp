@@ -78,6 +78,7 @@ void ACAProcDataSourceIter::Implementation::BeginSplit(int split) {
   state.EnterSplit(split);
   if (state.fNamesSplits) BayesHost::NameSplit(*state.fpData, group);
   fCursor->SetRange(group.fBegin, group.fEnd);
+  fSplitEnd = group.fEnd;
   fRunCases = fNextOfRun = 0;
   fState = kReady;
   fSplitEmpty = true;
@@ -116,6 +117,14 @@ void ACAProcDataSourceIter::Implementation::Advance() {
     return;
   }
   if (fSplitEmpty) fState = kNoValidCase;
+}
+
+void ACAProcDataSourceIter::Implementation::AdvanceRun() {
+  if (fAdapter.TakesCasesAsTheyAre()) {
+    GetAdapterState().AcceptRun(fNextOfRun);
+    fNextOfRun = fRunCases;
+  }
+  Advance();
 }
 
 bool ACAProcDataSourceIter::Implementation::TakeRun() {
@@ -182,6 +191,10 @@ bool ACAProcDataSourceIter::HasRecord() const {
 
 void ACAProcDataSourceIter::Advance() {
   if (HasRecord()) fpImplementation->Advance();
+}
+
+void ACAProcDataSourceIter::AdvanceRun() {
+  if (HasRecord()) fpImplementation->AdvanceRun();
 }
 
 void ACAProcDataSourceIter::Restart() {

@@ -2,10 +2,9 @@
 // ACAInputAdapter, shared with the iterators that drive it.
 #pragma once
 
-#include <cstring>
 #include <vector>
 
-#include "host/adapter/CaseRows.h"
+#include "host/adapter/CaseBlock.h"
 #include "host/adapter/Categories.h"
 #include "host/data/DataSet.h"
 #include "platform/component/Common.h"
@@ -24,9 +23,7 @@ struct CaseCounts {
 // may be a hundred thousand splits: nothing is kept here for a slot that needs nothing.
 struct SplitData {
   std::vector<Categories> fvCategories;  // of the categorical slots, in their order
-  // By slot; smallest above largest when there is no value.
-  std::vector<double> fvSmallest;
-  std::vector<double> fvLargest;
+  std::vector<ValueRange> fvRanges;      // by slot
   CaseCounts fCounts;
 };
 
@@ -52,40 +49,45 @@ struct ACAInputAdapter::State {
   BayesHost::Categories* FindCategories(int slot);
   void EnterSplit(int split);
   // Takes the cursor's run of `count` cases.
-  void TakeRun(const BayesHost::CaseCursor& cursor, std::size_t count) { fRows.Take(cursor, count, fPass); }
+  void TakeRun(BayesHost::CaseCursor& cursor, std::size_t count) { fBlock.Take(cursor, count, fPass); }
   // Makes a case of the run the current one.
   BayesHost::CaseFate EnterCase(std::size_t place);
-  double GetValue(int slot) const { return fpCase[slot]; }
-  // Whether a record holds just the current case's values, to the last bit.
-  bool IsCase(const double* record) const;
+  double GetValue(int slot) { return fBlock.GetValue(static_cast<std::size_t>(slot), fPlace); }
+  // Code of a categorical slot's value: -1 when it isn't known, the next code instead in pass 0, where a
+  // category is learnt only when its case is accepted.
+  double Encode(int slot, double value);
+  // Whether a record is what the current case's values make without recoding, to the last bit.
+  bool IsCase(const double* record);
   const std::vector<int>& GetNumericSlots() const { return fvNumeric; }
   const std::vector<int>& GetFreeSlots() const { return fvFree; }
   void Accept();
   void CountDropped();
+  // The same for all cases of the run from this one on.
+  void AcceptRun(std::size_t from);
 
  private:
   void PrepareSlots();
-  void Learn(BayesHost::SplitData& split);
+  void CountValid(double cases);
+  void Count(BayesHost::CaseFate fate);
+  void Learn();
+  void LearnRun();
+  void LearnCategory(int slot, double value);
 
   std::vector<int> fvNumeric;  // slots, free ones among them
   std::vector<int> fvFree;
   std::vector<int> fvPlaceOfCategories;  // by slot
   int fWeightSlot = -1;
-  BayesHost::CaseRows fRows;
-  const double* fpCase = nullptr;
+  BayesHost::CaseBlock fBlock;
+  std::size_t fPlace = 0;  // of the current case
   double fWeight = 1;
 };
 
 // Called for every case.
 
 inline BayesHost::CaseFate ACAInputAdapter::State::EnterCase(std::size_t place) {
-  fpCase = fRows.GetRow(place);
-  fWeight = fWeightSlot < 0 ? 1 : fpCase[fWeightSlot];
-  return fRows.GetFate(place);
-}
-
-inline bool ACAInputAdapter::State::IsCase(const double* record) const {
-  return std::memcmp(record, fpCase, fvPlaceOfCategories.size() * sizeof(double)) == 0;
+  fPlace = place;
+  fWeight = fWeightSlot < 0 ? 1 : GetValue(fWeightSlot);
+  return fBlock.GetFate(place);
 }
 
 inline void ACAInputAdapter::State::CountDropped() {
@@ -93,9 +95,13 @@ inline void ACAInputAdapter::State::CountDropped() {
   GetSplit().fCounts.fWeightedDropped += fWeight;
 }
 
+// Of that many cases with the weight of the current one.
+inline void ACAInputAdapter::State::CountValid(double cases) {
+  GetSplit().fCounts.fValid += cases;
+  GetSplit().fCounts.fWeightedValid += cases * fWeight;
+}
+
 inline void ACAInputAdapter::State::Accept() {
-  BayesHost::SplitData& split = GetSplit();
-  split.fCounts.fValid += 1;
-  split.fCounts.fWeightedValid += fWeight;
-  if (fPass == 0) Learn(split);
+  CountValid(1);
+  if (fPass == 0) Learn();
 }

@@ -28,6 +28,7 @@ struct ACAProcDataSourceIter::Implementation {
   void BeginSplit(int split);
   bool NewSplit();
   void Advance();
+  void AdvanceRun();
   bool TakeRun();
   bool MakeRecord();
   void BeginScoring();
@@ -38,6 +39,7 @@ struct ACAProcDataSourceIter::Implementation {
   // Of the current record: its place in the order of the cases, and whether it is its run's first case.
   std::uint64_t GetPosition() const { return fRunBegin + fNextOfRun - 1; }
   bool BeginsRun() const { return fNextOfRun == 1; }
+  std::uint64_t GetSplitEnd() const { return fSplitEnd; }
 
   ACAInputAdapter& fAdapter;
   BayesHost::Session& fSession;
@@ -48,6 +50,7 @@ struct ACAProcDataSourceIter::Implementation {
   bool fHasCategories = false;
   bool fHasFreeSlots = false;
   std::optional<BayesHost::CaseCursor> fCursor;
+  std::uint64_t fSplitEnd = 0;
   std::uint64_t fRunBegin = 0;
   std::size_t fRunCases = 0;  // the cases at hand
   std::size_t fNextOfRun = 0;

@@ -24,6 +24,7 @@ std::size_t CaseCursor::NextRun() {
   fRunBegin = OpenBlockAt(fPosition);
   const std::size_t count = std::min<std::uint64_t>(ColumnStore::kBlockRows - fRunBegin, fEnd - fPosition);
   fPosition += count;
+  fIsWholeBlock = count == ColumnStore::kBlockRows;
   return count;
 }
 
@@ -31,7 +32,7 @@ bool CaseCursor::Next() {
   if (fPosition == fEnd) return false;
   const std::size_t row = OpenBlockAt(fPosition);
   ++fPosition;
-  for (std::size_t i = 0; i < fvColumns.size(); ++i) fvValues[i] = fvColumns[i].fpBlock[row];
+  for (std::size_t i = 0; i < fvColumns.size(); ++i) fvValues[i] = GetBlock(i)[row];
   return true;
 }
 
@@ -43,13 +44,20 @@ std::uint64_t CaseCursor::GetRow() const {
 std::size_t CaseCursor::OpenBlockAt(std::uint64_t position) {
   const std::uint64_t block = position / ColumnStore::kBlockRows;
   if (block != fBlock) {
-    for (Column& column : fvColumns) {
-      column.fpBlock =
-          column.fPlace.fpStore->ReadColumn(block, column.fPlace.fColumn, column.fvBuffer.data());
-    }
+    for (Column& column : fvColumns) column.fpBlock = nullptr;
   }
   fBlock = block;
   return position % ColumnStore::kBlockRows;
+}
+
+const double* CaseCursor::ReadBlock(Column& column) {
+  const ColumnStore& store = *column.fPlace.fpStore;
+  return column.fpBlock = store.ReadColumn(fBlock, column.fPlace.fColumn, column.fvBuffer.data());
+}
+
+const ValueRange& CaseCursor::GetRange(std::size_t column) const {
+  const ColumnPlace& place = fvColumns[column].fPlace;
+  return place.fpStore->GetRange(fBlock, place.fColumn);
 }
 
 }  // namespace BayesHost

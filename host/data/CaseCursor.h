@@ -16,7 +16,8 @@ struct ColumnPlace {
   int fColumn = 0;
 };
 
-// Walks cases in order and hands out the values of some columns. Allocates nothing while it walks.
+// Walks cases in order and hands out the values of some columns, which are read when they are asked for.
+// Allocates nothing while it walks.
 class CaseCursor {
  public:
   // The columns hold their values in the order that `index` gives (null: the order of the file), so that
@@ -30,7 +31,10 @@ class CaseCursor {
   // To the next cases that lie together, some 2,000 at most: their number, 0 at the end.
   std::size_t NextRun();
   // The values of one of the columns for these cases. Valid until NextRun.
-  const double* GetRun(std::size_t column) const { return fvColumns[column].fpBlock + fRunBegin; }
+  const double* GetRun(std::size_t column) { return GetBlock(column) + fRunBegin; }
+  // The range of one of the columns in the block that these cases lie in, and whether they fill one.
+  const ValueRange& GetRange(std::size_t column) const;
+  bool IsWholeBlock() const { return fIsWholeBlock; }
   // To the next case, one by one; false at the end.
   bool Next();
   // One value for each column, in the order given. Valid until Next.
@@ -41,12 +45,17 @@ class CaseCursor {
  private:
   struct Column {
     ColumnPlace fPlace;
-    const double* fpBlock = nullptr;
+    const double* fpBlock = nullptr;  // null: not read yet
     std::vector<double> fvBuffer;
   };
   static constexpr std::uint64_t kNoBlock = std::numeric_limits<std::uint64_t>::max();
 
   std::size_t OpenBlockAt(std::uint64_t position);
+  const double* GetBlock(std::size_t column) {
+    const double* const block = fvColumns[column].fpBlock;
+    return block != nullptr ? block : ReadBlock(fvColumns[column]);
+  }
+  const double* ReadBlock(Column& column);
 
   std::vector<Column> fvColumns;
   const SplitIndex* fpIndex;
@@ -55,6 +64,7 @@ class CaseCursor {
   std::uint64_t fEnd = 0;
   std::uint64_t fBlock = kNoBlock;
   std::size_t fRunBegin = 0;  // place in the block
+  bool fIsWholeBlock = false;
 };
 
 }  // namespace BayesHost

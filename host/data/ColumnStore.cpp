@@ -6,6 +6,10 @@ ColumnStore::ColumnStore(MemoryBudget& budget, int columns)
     : fColumns(columns), fBlocks(budget, static_cast<std::size_t>(columns) * kBlockRows) {}
 
 void ColumnStore::Advance(std::size_t rows) {
+  const auto columns = static_cast<std::size_t>(fColumns);
+  if (fTailRows == 0) fvRanges.resize(fvRanges.size() + columns);
+  ValueRange* const ranges = fvRanges.data() + fvRanges.size() - columns;
+  for (int i = 0; i < fColumns; ++i) ranges[i].Take(GetTail(i), rows);
   fTailRows += rows;
   fRows += rows;
   if (fTailRows == kBlockRows) Finish();

@@ -32,20 +32,27 @@ std::string ShowNumber(double value) {
 class Adapter : public ACAInputAdapter {
  public:
   Adapter(ACAVarValidSpecs& specs, ProcedureDataSource& source) : ACAInputAdapter(specs, source) {}
-  bool PreprocessRecord(double* record) override { return !fReject || !fReject(record); }
+  bool PreprocessRecord(double* record) override {
+    ++fRecords;
+    return !fReject || !fReject(record);
+  }
+  bool TakesCasesAsTheyAre() const override { return fTakesCasesAsTheyAre; }
   void PrepareNewPass() override { fCalls += fmt::format("pass{} ", GetCurrentPass()); }
   void PrepareNewSplit() override { fCalls += "split "; }
 
   std::function<bool(double*)> fReject;
   std::string fCalls;
+  bool fTakesCasesAsTheyAre = false;
+  int fRecords = 0;  // seen by PreprocessRecord
 };
 
 // A session with one data file and one command under way.
 class Adaptation : public testing::Test {
  protected:
-  void Open(const std::string& text, std::size_t memory = std::size_t{1} << 26) {
+  void Open(const std::string& text, std::size_t memory = std::size_t{1} << 26,
+            const DataOptions& options = {}) {
     fpFile = std::make_unique<TempData>(text);
-    fSession.SetData(std::make_shared<DataSet>(fpFile->GetFile(), DataSet::Limits{memory, 1}));
+    fSession.SetData(std::make_shared<DataSet>(fpFile->GetFile(), DataSet::Limits{memory, 1}, options));
     fOutput = std::make_shared<CommandOutput>("BAYES ONESAMPLE", "", 1);
     fSession.BeginCommand({}, fOutput);
   }
@@ -389,6 +396,84 @@ TEST_F(Adaptation, KeepsTheRecordsWhateverMemoryHolds) {
         EXPECT_EQ(ShowFile(file), plain);
         EXPECT_EQ(ShowFile(file), plain) << "readable again";
       }
+    }
+  }
+}
+
+struct RunCase {
+  const char* fName;
+  std::function<std::string(int)> fValue;  // of the case with this number
+  const char* fWeights[3];                 // in turn; null: none
+  bool fPasses;                            // a missing value doesn't drop the case
+  bool fSplit;
+};
+
+class RunsOfCases : public Adaptation {
+ protected:
+  static constexpr int kRows = 9000;
+
+  void OpenRuns(const RunCase& c, std::size_t memory) {
+    std::string text = "x,s,w,g\n";
+    for (int i = 0; i < kRows; ++i) {
+      text += fmt::format("{},{},{},{}\n", c.fValue(i), i * 7 % 3,
+                          c.fWeights[1] == nullptr ? "1" : c.fWeights[i % 3], "cab"[i / 10 % 3]);
+    }
+    const TempData dictionary(R"({"fields": [{"name": "x", "missingValues": [-999]}]})", "d.json");
+    Open(text, memory, {dictionary.GetFile(), {}});
+    if (c.fSplit) GetData().SetSplit({1});
+    if (c.fWeights[1] != nullptr) GetData().SetWeight(2);
+  }
+
+  // All that the two passes tell of the splits and their records.
+  std::string Walk(bool asTheyAre, bool passes) {
+    ACAVarValidSpecs specs(true, true, true);
+    specs.AddVariable(0, false, passes, true, true);
+    specs.AddFreeVariable(false);
+    if (GetData().GetWeight() >= 0) specs.SetWeightVar();
+    const int g = specs.AddVariable(3, true, true, true, true);
+    Adapter adapter(specs, fSource);
+    adapter.fTakesCasesAsTheyAre = asTheyAre;
+    ACAProcDataSourceIter iter(adapter, true);
+    std::string shown;
+    while (iter.NewSplit()) {
+      while (iter.HasRecord()) iter.AdvanceRun();
+      shown += fmt::format("{}: {} to {}, ", ShowCounts(adapter), adapter.GetRecordVarMin(0),
+                           adapter.GetRecordVarMax(0));
+      for (int i = 0; i < adapter.GetRecordCatVarSize(g); ++i) {
+        shown += adapter.DecodeRecordCatValue(g, i)->GetString();
+      }
+      adapter.ReorderRecordCats(g, true);
+    }
+    for (iter.Restart(); iter.NewSplit();) {
+      ACADataFileIter file(adapter, {}, 0);
+      EXPECT_TRUE(file.FillDataFile(iter));
+      shown += fmt::format("; {}: {}", ShowCounts(adapter), ShowFile(file));
+    }
+    EXPECT_EQ(adapter.fRecords < 100, asTheyAre) << adapter.fRecords;
+    return shown;
+  }
+};
+
+TEST_F(RunsOfCases, TellTheSameAsCasesOneByOne) {
+  const auto number = [](int i) { return fmt::format("{}", 7 * i % 1000 - 3); };
+  const auto gaps = [&](int i) { return i % 5 == 2 ? "" : number(i); };
+  const auto lateGaps = [&](int i) { return i > 4000 && i < 7000 ? "" : number(i); };
+  const auto userMissing = [&](int i) { return i == 5000 ? "-999" : number(i); };
+  const auto extremes = [](int i) { return i == 0 ? "-50" : i == kRows - 1 ? "60" : "1"; };
+  const RunCase cases[] = {
+      {"numbers", number, {}, false, false},
+      {"numbers in splits", number, {}, false, true},
+      {"missing values drop cases", gaps, {}, false, true},
+      {"missing values pass", gaps, {}, true, false},
+      {"one block has none but missing values", lateGaps, {}, false, false},
+      {"a user-missing value", userMissing, {}, false, true},
+      {"weights", gaps, {"2.6", "0", ""}, false, false},
+      {"the extremes come first and last", extremes, {"1", "2", "0"}, false, false},
+  };
+  for (const RunCase& c : cases) {
+    for (const std::size_t memory : {std::size_t{1} << 26, std::size_t{1} << 10}) {
+      OpenRuns(c, memory);
+      EXPECT_EQ(Walk(true, c.fPasses), Walk(false, c.fPasses)) << c.fName << ", memory " << memory;
     }
   }
 }

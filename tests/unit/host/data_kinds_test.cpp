@@ -10,12 +10,15 @@
 #include "host/data/Dictionary.h"
 #include "host/data/Engine.h"
 #include "host/data/SqlText.h"
+#include "platform/component/Common.h"
 #include "support/TempData.h"
 
 namespace BayesHost {
 namespace {
 
 using testing::HasSubstr;
+
+constexpr double kMissing = MCCommon_850::MCMV::Missing();
 
 // The first case of each variable, "name=value" with the decimals that tables show.
 std::string ShowFirst(DataSet& data) {
@@ -49,6 +52,28 @@ TEST(EngineTable, TurnsEveryTypeIntoNumbersOrText) {
   DataSet data(temp.GetFile(), {});
   EXPECT_EQ(ShowFirst(data), "i=7 d=1.250 f=0.5 w=3 b=1 t='2024-01-31' s='x y' u=18446744073709551616 ");
   EXPECT_EQ(data.GetVariable(4).GetValueLabel(OBS(1.0)), "true");
+}
+
+// In a column without any missing value of its own, among few rows and many.
+TEST(EngineTable, TakesWhatIsNotFiniteForMissing) {
+  constexpr int kRows = 3000;
+  const TempData temp("", "wide.parquet");
+  Engine({1, std::size_t{1} << 28, temp.GetFolder(), {temp.GetFile().fPath}})
+      .Run(
+          "COPY (SELECT CASE WHEN i = 5 THEN 'inf' WHEN i = 1999 THEN '-inf' WHEN i = 2999 THEN 'nan' "
+          "ELSE '1' END::DOUBLE AS x FROM range(3000) t(i)) TO " +
+          QuoteFile(temp.GetFile().fPath) + " (FORMAT parquet, USE_TMP_FILE false)");
+  DataSet data(temp.GetFile(), {});
+  data.Require({0});
+  data.Load();
+  CaseCursor cursor = data.MakeFileCursor({0});
+  cursor.SetRange(0, kRows);
+  std::vector<int> missing;
+  for (int i = 0; cursor.Next(); ++i) {
+    if (cursor.GetValues()[0] != 1) missing.push_back(i);
+    EXPECT_EQ(cursor.GetValues()[0], missing.empty() || missing.back() != i ? 1.0 : kMissing);
+  }
+  EXPECT_THAT(missing, testing::ElementsAre(5, 1999, 2999));
 }
 
 TEST(EngineTable, JsonOfMixedKindsIsTextAndLateFieldsAreFound) {

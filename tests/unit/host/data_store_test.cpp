@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numeric>
 #include <string>
 #include <vector>
@@ -61,6 +62,12 @@ TEST(ColumnStore, KeepsRowsInMemoryAndBeyond) {
       const std::size_t begin = c.fRows / 3;
       cursor.SetRange(begin, c.fRows);
       for (row = begin; const std::size_t count = cursor.NextRun(); row += count) {
+        const std::size_t blockBegin = row / 2048 * 2048;
+        const std::size_t blockEnd = std::min<std::size_t>(blockBegin + 2048, c.fRows);
+        EXPECT_EQ(cursor.GetRange(1).fSmallest, static_cast<double>(blockBegin));
+        EXPECT_EQ(cursor.GetRange(0).fSmallest, -static_cast<double>(blockEnd - 1));
+        EXPECT_EQ(cursor.GetRange(1).fLargest, static_cast<double>(blockEnd - 1));
+        EXPECT_EQ(cursor.IsWholeBlock(), count == 2048);
         EXPECT_EQ(cursor.GetRun(1)[0], static_cast<double>(row));
         EXPECT_EQ(cursor.GetRun(0)[count - 1], -static_cast<double>(row + count - 1));
       }
@@ -68,6 +75,25 @@ TEST(ColumnStore, KeepsRowsInMemoryAndBeyond) {
     }
     EXPECT_TRUE(budget.Reserve(c.fBudgetBlocks * blockBytes)) << "the store gave its memory back";
   }
+}
+
+TEST(ValueRange, HoldsWhatItTookAndNothingBeyond) {
+  std::vector<double> values;
+  for (int i = 0; i < 40; ++i) values.push_back((i * 29 % 41 - 20) * 1e100);
+  for (std::size_t count = 0; count <= values.size(); ++count) {
+    ValueRange range;
+    range.Take(values.data(), count);
+    EXPECT_EQ(range.MayHold(values[0]), count > 0) << count;
+    if (count == 0) continue;
+    const auto [smallest, largest] = std::minmax_element(values.begin(), values.begin() + count);
+    EXPECT_EQ(range.fSmallest, *smallest) << count;
+    EXPECT_EQ(range.fLargest, *largest) << count;
+    EXPECT_FALSE(range.MayHold(*largest + 1e90));
+  }
+  ValueRange missing;
+  missing.Take(M);
+  EXPECT_TRUE(missing.MayHold(M));
+  EXPECT_FALSE(missing.MayHold(0));
 }
 
 TEST(StringPool, CodesByAppearanceWithoutTrailingBlanks) {

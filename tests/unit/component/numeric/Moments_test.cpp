@@ -7,6 +7,7 @@
 
 namespace {
 
+using BayesComponent::MomentCollector;
 using BayesComponent::Moments;
 
 // Values around an offset, exact in binary, with the mean and the sum of squares of every full period.
@@ -29,6 +30,46 @@ TEST(Moments, KeepsDigitsOfOffsetDataInAnyPartition) {
       EXPECT_NEAR(whole.SumOfSquares() / kPeriods, kSumOfSquares, 1e-9) << offset << ' ' << nParts;
     }
   }
+}
+
+// Blocks that are full, begun and empty, with the values of several cases in between.
+TEST(MomentCollector, GivesTheMomentsOfItsValuesOneByOne) {
+  for (const double offset : {0.0, 1e9, -1e12}) {
+    for (const int count : {1, 7, 8, 255, 256, 257, 1000, 5000}) {
+      for (const int heavy : {1, 3, 10000}) {
+        MomentCollector collector;
+        Moments moments;
+        for (int i = 0; i < count; ++i) {
+          const double value = offset + kPattern[i * i % 8] * (1 + i % 3);
+          const double weight = i % heavy == heavy - 1 ? 2 : 1;
+          collector.Add(value, weight);
+          moments.Add(value, weight);
+        }
+        const Moments& total = collector.Total();
+        EXPECT_EQ(total.Count(), moments.Count());
+        EXPECT_EQ(total.Mean(), moments.Mean()) << offset << ' ' << count << ' ' << heavy;
+        EXPECT_NEAR(total.SumOfSquares(), moments.SumOfSquares(), 1e-13 * moments.SumOfSquares())
+            << offset << ' ' << count << ' ' << heavy;
+        EXPECT_EQ(&collector.Total(), &total) << "asked for again";
+        EXPECT_EQ(collector.Total().Count(), moments.Count());
+      }
+    }
+  }
+}
+
+TEST(MomentCollector, KeepsTheDigitsThatSingleValuesKeep) {
+  MomentCollector constant;
+  MomentCollector large;
+  MomentCollector stagnant;
+  for (int i = 0; i < 1000; ++i) constant.Add(0.1, 1);
+  for (int i = 0; i < 1024; ++i) large.Add(i % 4 == 1 ? 1e17 : i % 4 == 3 ? -1e17 : 1.0, 1);
+  stagnant.Add(1e9, 1e8);
+  for (int i = 0; i < 1000000; ++i) stagnant.Add(1e9 + 1, 1);
+  EXPECT_EQ(constant.Total().SumOfSquares(), 0);
+  EXPECT_EQ(constant.Total().MeanMinus(0.1), 0);
+  EXPECT_EQ(large.Total().Mean(), 0.5);
+  EXPECT_NEAR(stagnant.Total().MeanMinus(1e9), 1e6 / 1.01e8, 1e-15);
+  EXPECT_EQ(MomentCollector().Total().Count(), 0);
 }
 
 TEST(Moments, TakesABillionCasesByWeight) {
