@@ -71,7 +71,7 @@ bool HasNumbers(const std::vector<double>& values) {
                      [](double value) { return value != ZARQ_DataSource::GetMissingValue(); });
 }
 
-void AddSeries(VarDataProcessor& data, XViZTemplate& chart, const char* name,
+void AddSeries(VarDataProcessor& data, XViZTemplate& chart, const std::string& name,
                const std::vector<double>& values) {
   data.AddVariable(name);
   chart.addVariable(name);

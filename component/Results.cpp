@@ -14,17 +14,8 @@ constexpr double kLargestLog = 700;
 constexpr int kCurvePoints = 201;
 constexpr double kCurveTail = 0.0005;
 
-struct Range {
-  double fLower;
-  double fUpper;
-};
-
-Range CentralRange(const Distribution& distribution) {
-  return {distribution.LowerQuantile(kCurveTail), distribution.UpperQuantile(kCurveTail)};
-}
-
 // None over a range that is no interval of finite numbers.
-Values ArgumentsOver(const Range& range) {
+Values ArgumentsOver(const Interval& range) {
   const double width = range.fUpper - range.fLower;
   if (!(width > 0) || std::isinf(width)) return {};
   Values arguments(kCurvePoints);
@@ -85,8 +76,9 @@ void AppendNoBayesFactor(LoggableColumns& columns) {
 PosteriorRow Characterise(const Distribution* posterior, double level, StatusList& statuses) {
   if (!posterior) return {kMissing, kMissing, kMissing, kMissing, kMissing};
   const double tail = (1 - level / 100) / 2;
+  const Interval interval = posterior->CentralInterval(tail);
   const std::optional<double> numbers[] = {posterior->Mode(), posterior->Mean(), posterior->Variance(),
-                                           posterior->LowerQuantile(tail), posterior->UpperQuantile(tail)};
+                                           interval.fLower, interval.fUpper};
   const auto isLost = [](const std::optional<double>& number) { return number && !std::isfinite(*number); };
   if (std::any_of(std::begin(numbers), std::end(numbers), isLost)) statuses.Warn(kNumericFailure);
   return {Shown(numbers[0]), Shown(numbers[1]), Shown(numbers[2]), Shown(numbers[3]), Shown(numbers[4])};
@@ -103,9 +95,9 @@ Density PriorDensity(std::shared_ptr<const Distribution> prior) {
 
 CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior, const Density& prior) {
   if (!likelihood.fNormalised) return {};
-  Range range = CentralRange(*likelihood.fNormalised);
+  Interval range = likelihood.fNormalised->CentralInterval(kCurveTail);
   if (posterior) {
-    const Range ofPosterior = CentralRange(*posterior);
+    const Interval ofPosterior = posterior->CentralInterval(kCurveTail);
     range = {std::min(range.fLower, ofPosterior.fLower), std::max(range.fUpper, ofPosterior.fUpper)};
   }
   const Values arguments = ArgumentsOver(range);
@@ -115,7 +107,7 @@ CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior,
 }
 
 Curve DrawPosterior(const Distribution& posterior) {
-  return CurveOver(ArgumentsOver(CentralRange(posterior)), DensityOf(posterior));
+  return CurveOver(ArgumentsOver(posterior.CentralInterval(kCurveTail)), DensityOf(posterior));
 }
 
 }  // namespace BayesComponent

@@ -107,6 +107,11 @@ double StudentDistribution::UpperQuantile(double tail) const {
   return fLocation - fScale * quantile(Student(fDF), tail);
 }
 
+Interval StudentDistribution::CentralInterval(double tail) const {
+  const double reach = fScale * quantile(Student(fDF), tail);
+  return {fLocation + reach, fLocation - reach};
+}
+
 double StudentDistribution::Density(double x) const {
   return std::exp(LogDensity(x));
 }

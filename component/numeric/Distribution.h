@@ -5,6 +5,11 @@
 
 namespace BayesComponent {
 
+struct Interval {
+  double fLower;
+  double fUpper;
+};
+
 class Distribution {
  public:
   virtual ~Distribution() = default;
@@ -15,6 +20,8 @@ class Distribution {
   // The points that leave the probability `tail`, above 0 and below 1, below them or above them.
   virtual double LowerQuantile(double tail) const = 0;
   virtual double UpperQuantile(double tail) const = 0;
+  // Between both: one search for a quantile where the distribution is symmetric.
+  virtual Interval CentralInterval(double tail) const { return {LowerQuantile(tail), UpperQuantile(tail)}; }
   virtual double Density(double x) const = 0;
 };
 
@@ -43,6 +50,7 @@ class StudentDistribution : public Distribution {
   std::optional<double> Variance() const override;
   double LowerQuantile(double tail) const override;
   double UpperQuantile(double tail) const override;
+  Interval CentralInterval(double tail) const override;
   double Density(double x) const override;
   double LogDensity(double x) const;
   // P(X > x), without loss of digits far out.

@@ -12,6 +12,7 @@ struct VarDataProcessor::State {
   std::string fDataSource;
   // In the order added; columns may differ in length.
   std::vector<std::pair<std::string, std::vector<double>>> fvColumns;
+  std::size_t fLast = 0;  // the column that got a value last
 
   std::size_t CountRows() const;
 };

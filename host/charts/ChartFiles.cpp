@@ -16,6 +16,11 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
     text.replace(at, from.size(), to);
 }
 
+std::string ReadFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
 }  // namespace
 
 // The user's own style first.
@@ -28,15 +33,14 @@ std::string STemplate::Get() {
   return (BayesHost::GetSharePath() / "charts").string();
 }
 
+// Every chart of a run fetches the same files.
 std::string FetchFile::fetch(const std::string& path, bool asText, bool required) {
-  std::ifstream file(path, std::ios::binary);
-  std::string text(std::istreambuf_iterator<char>(file), {});
-  if (!file || text.empty()) {
-    if (required) {
-      BayesHost::Session::Current().StoreError(BayesHost::ShowKey(BayesHost::kHostChartFile, {path}).fText);
-    }
-    return "";
-  }
+  BayesHost::Session& session = BayesHost::Session::Current();
+  const auto [known, isNew] = session.GetFileTexts().try_emplace(path);
+  if (isNew) known->second = ReadFile(path);
+  if (known->second.empty() && required)
+    session.StoreError(BayesHost::ShowKey(BayesHost::kHostChartFile, {path}).fText);
+  std::string text = known->second;
   if (asText) ReplaceAll(text, "\r\n", "\n");
   return text;
 }

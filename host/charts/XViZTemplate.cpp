@@ -62,20 +62,35 @@ bool HasAllSeries(const Json& spec, const std::set<std::string>& series) {
   });
 }
 
-// False: nothing of the chart or panel is left.
-bool KeepSeries(Json& spec, const std::set<std::string>& series) {
-  if (!spec.is_object()) return true;
-  if (!HasAllSeries(spec, series)) return false;
+// The charts or panels that a chart is composed of; null when it is one itself.
+template <class AnyJson>
+AnyJson* FindParts(AnyJson& spec) {
   for (const char* composition : kCompositions) {
     const auto found = spec.find(composition);
-    if (found == spec.end() || !found->is_array()) continue;
-    Json kept = Json::array();
-    for (Json& part : *found)
-      if (KeepSeries(part, series)) kept.push_back(std::move(part));
-    *found = std::move(kept);
-    return !found->empty();
+    if (found != spec.end() && found->is_array()) return &*found;
   }
-  return true;
+  return nullptr;
+}
+
+// False: nothing of the chart or panel is left when series that it doesn't have are left out.
+bool HasCurves(const Json& spec, const std::set<std::string>& series) {
+  if (!spec.is_object()) return true;
+  if (!HasAllSeries(spec, series)) return false;
+  const Json* const parts = FindParts(spec);
+  return parts == nullptr ||
+         std::any_of(parts->begin(), parts->end(), [&](const Json& part) { return HasCurves(part, series); });
+}
+
+void KeepSeries(Json& spec, const std::set<std::string>& series) {
+  Json* const parts = spec.is_object() ? FindParts(spec) : nullptr;
+  if (parts == nullptr) return;
+  Json kept = Json::array();
+  for (Json& part : *parts) {
+    if (!HasCurves(part, series)) continue;
+    KeepSeries(part, series);
+    kept.push_back(std::move(part));
+  }
+  *parts = std::move(kept);
 }
 
 }  // namespace
@@ -106,15 +121,17 @@ void XViZTemplate::addLabel(const std::string& placeholder, const ChartString& t
 
 std::string XViZTemplate::GetFilledText() const {
   if (fpState->fText.empty()) return "";
-  Json document = ParseTemplate(fpState->fText);
-  if (!document.is_object()) {
+  const Json& parsed = ParseTemplate(fpState->fText);
+  if (!parsed.is_object()) {
     BayesHost::Session::Current().StoreError(
         BayesHost::ShowKey(BayesHost::kHostChartTemplate, {fpState->fName}).fText);
     return "";
   }
-  if (!KeepSeries(document, fpState->fSeries)) return "";
+  if (!HasCurves(parsed, fpState->fSeries)) return "";
   const BayesHost::RunOptions& options = BayesHost::Session::Current().GetOptions();
   if (options.fChartUse == BayesHost::ChartUse::Title) return kNoDocument;
+  Json document = parsed;
+  KeepSeries(document, fpState->fSeries);
   FillLabels(document, fpState->fvLabels);
   return document.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

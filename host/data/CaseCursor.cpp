@@ -2,12 +2,9 @@
 
 #include <algorithm>
 
-#include "host/data/SplitIndex.h"
-
 namespace BayesHost {
 
-CaseCursor::CaseCursor(const std::vector<ColumnPlace>& columns, const SplitIndex* index)
-    : fpIndex(index), fvValues(columns.size()) {
+CaseCursor::CaseCursor(const std::vector<ColumnPlace>& columns) : fvValues(columns.size()) {
   for (const ColumnPlace& place : columns) {
     const std::size_t buffer = place.fpStore->IsSpilled() ? ColumnStore::kBlockRows : 0;
     fvColumns.push_back({place, nullptr, std::vector<double>(buffer)});
@@ -34,10 +31,6 @@ bool CaseCursor::Next() {
   ++fPosition;
   for (std::size_t i = 0; i < fvColumns.size(); ++i) fvValues[i] = GetBlock(i)[row];
   return true;
-}
-
-std::uint64_t CaseCursor::GetRow() const {
-  return fpIndex == nullptr ? fPosition - 1 : fpIndex->GetRow(fPosition - 1);
 }
 
 // The place of the position in its block.

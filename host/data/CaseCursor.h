@@ -8,8 +8,6 @@
 
 namespace BayesHost {
 
-class SplitIndex;
-
 // A loaded column: where its values lie.
 struct ColumnPlace {
   const ColumnStore* fpStore = nullptr;  // null: not loaded
@@ -20,9 +18,8 @@ struct ColumnPlace {
 // Allocates nothing while it walks.
 class CaseCursor {
  public:
-  // The columns hold their values in the order that `index` gives (null: the order of the file), so that
-  // cases are read one after the other. Stores and index must outlive the cursor.
-  CaseCursor(const std::vector<ColumnPlace>& columns, const SplitIndex* index);
+  // The stores must outlive the cursor.
+  explicit CaseCursor(const std::vector<ColumnPlace>& columns);
 
   // Cases [begin, end) of the order.
   void SetRange(std::uint64_t begin, std::uint64_t end);
@@ -39,8 +36,6 @@ class CaseCursor {
   bool Next();
   // One value for each column, in the order given. Valid until Next.
   const double* GetValues() const { return fvValues.data(); }
-  // The case's row in the file, from 0.
-  std::uint64_t GetRow() const;
 
  private:
   struct Column {
@@ -58,7 +53,6 @@ class CaseCursor {
   const double* ReadBlock(Column& column);
 
   std::vector<Column> fvColumns;
-  const SplitIndex* fpIndex;
   std::vector<double> fvValues;
   std::uint64_t fPosition = 0;
   std::uint64_t fEnd = 0;

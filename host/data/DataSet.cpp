@@ -85,8 +85,9 @@ std::vector<int> DataSet::ListUnfilled() const {
 void DataSet::GiveValues(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store) {
   GetGroups();
   if (fpIndex->IsFileOrder()) return Adopt(variables, std::move(store));
+  const std::vector<std::uint32_t> rows = fpIndex->MakeRows();
   for (std::size_t i = 0; i < variables.size(); ++i) {
-    Adopt({variables[i]}, Rearrange({store.get(), static_cast<int>(i)}, fpIndex->GetRows()));
+    Adopt({variables[i]}, Rearrange({store.get(), static_cast<int>(i)}, rows));
   }
 }
 
@@ -245,7 +246,7 @@ std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) 
 const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
   if (!fpIndex && fvSplit.empty()) fpIndex = std::make_unique<SplitIndex>(fCases);
   if (!fpIndex) {
-    CaseCursor cursor(FindPlaces(fvSplit), nullptr);
+    CaseCursor cursor(FindPlaces(fvSplit));
     const auto decode = [this](int i, double value) {
       return Decode(fvSplit[static_cast<std::size_t>(i)], value);
     };
@@ -256,19 +257,18 @@ const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
 
 CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
   GetGroups();
-  if (fpIndex->IsFileOrder()) return {FindPlaces(variables), nullptr};
+  if (fpIndex->IsFileOrder()) return CaseCursor(FindPlaces(variables));
   SortColumns(variables);
   std::vector<ColumnPlace> places;
   for (const int variable : variables) places.push_back({fSorted.at(variable).get(), 0});
-  return {places, fpIndex.get()};
+  return CaseCursor(places);
 }
 
 void DataSet::SortColumns(const std::vector<int>& variables) {
-  std::vector<std::uint32_t> positions;
   for (const int variable : variables) {
     if (fSorted.contains(variable)) continue;
-    if (positions.empty()) positions = fpIndex->MakePositions();
-    fSorted.emplace(variable, Rearrange(fvPlaces[static_cast<std::size_t>(variable)], positions));
+    fSorted.emplace(variable,
+                    Rearrange(fvPlaces[static_cast<std::size_t>(variable)], fpIndex->GetPositions()));
   }
 }
 
@@ -280,7 +280,7 @@ std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
   auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
   std::vector<double> stretch(std::min<std::size_t>(places.size(), fSortCases));
   for (std::size_t begin = 0; begin < places.size(); begin += stretch.size()) {
-    CaseCursor cursor({column}, nullptr);
+    CaseCursor cursor({column});
     cursor.SetRange(0, fCases);
     std::size_t row = 0;
     while (const std::size_t count = cursor.NextRun()) {

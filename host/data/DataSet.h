@@ -82,7 +82,7 @@ class BAYES_PLATFORM DataSet {
   CaseCursor MakeCursor(const std::vector<int>& variables);
   // Cases in the order of the file, whatever the splits.
   CaseCursor MakeFileCursor(const std::vector<int>& variables) const {
-    return {FindPlaces(variables), nullptr};
+    return CaseCursor(FindPlaces(variables));
   }
   const StringPool& GetStrings(int variable) const { return fvPools[static_cast<std::size_t>(variable)]; }
   // The value that a number of this variable's column stands for.

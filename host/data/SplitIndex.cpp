@@ -48,41 +48,37 @@ SplitIndex::SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, co
     throw std::length_error("Split files take at most 4,294,967,294 cases.");
   }
   cursor.SetRange(0, rows);
-  const std::vector<std::uint32_t> groupOfRow = FindGroups(cursor, rows, variables, decode);
+  FindGroups(cursor, rows, variables, decode);
   const std::vector<std::uint32_t> ranks = SortGroups();
   // A stable counting sort: the rows of a group keep their order.
-  std::vector<std::uint64_t> next;
-  for (const Group& group : fvGroups) next.push_back(group.fBegin);
-  fvOrder.resize(groupOfRow.size());
-  for (std::size_t row = 0; row < groupOfRow.size(); ++row) {
-    fvOrder[next[ranks[groupOfRow[row]]]++] = static_cast<std::uint32_t>(row);
-  }
-  if (std::is_sorted(fvOrder.begin(), fvOrder.end())) fvOrder = {};
+  std::vector<std::uint32_t> next;
+  for (const Group& group : fvGroups) next.push_back(static_cast<std::uint32_t>(group.fBegin));
+  for (std::uint32_t& place : fvPositions) place = next[ranks[place]]++;
+  if (std::is_sorted(fvPositions.begin(), fvPositions.end())) fvPositions = {};
 }
 
-std::vector<std::uint32_t> SplitIndex::MakePositions() const {
-  std::vector<std::uint32_t> positions(fvOrder.size());
-  for (std::size_t i = 0; i < fvOrder.size(); ++i) positions[fvOrder[i]] = static_cast<std::uint32_t>(i);
-  return positions;
+std::vector<std::uint32_t> SplitIndex::MakeRows() const {
+  std::vector<std::uint32_t> rows(fvPositions.size());
+  for (std::size_t row = 0; row < rows.size(); ++row)
+    rows[fvPositions[row]] = static_cast<std::uint32_t>(row);
+  return rows;
 }
 
-// Numbers the groups in the order of their appearance; a group's fEnd is its count for now.
-std::vector<std::uint32_t> SplitIndex::FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
-                                                  const Decoder& decode) {
+// Numbers the groups in the order of their appearance. For now a group's fEnd is its count, and a row's
+// position its group.
+void SplitIndex::FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode) {
   KeyNumbers numbers(static_cast<std::size_t>(variables));
-  std::vector<std::uint32_t> groupOfRow;
-  groupOfRow.reserve(rows);
+  fvPositions.reserve(rows);
   std::vector<double> key(static_cast<std::size_t>(variables));
   while (const std::size_t count = cursor.NextRun()) {
     for (std::size_t row = 0; row < count; ++row) {
       for (std::size_t i = 0; i < key.size(); ++i) key[i] = cursor.GetRun(i)[row];
       const std::uint32_t group = numbers.Add(key);
       if (group == fvGroups.size()) AddGroup(key, decode);
-      groupOfRow.push_back(group);
+      fvPositions.push_back(group);
       ++fvGroups[group].fEnd;
     }
   }
-  return groupOfRow;
 }
 
 void SplitIndex::AddGroup(const std::vector<double>& key, const Decoder& decode) {

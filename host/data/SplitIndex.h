@@ -29,24 +29,19 @@ class SplitIndex {
   SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
 
   const std::vector<Group>& GetGroups() const { return fvGroups; }
-  bool IsFileOrder() const { return fvOrder.empty(); }
-  // The position of each row in this order.
-  std::vector<std::uint32_t> MakePositions() const;
-  // The row at each position; empty for the order of the file.
-  const std::vector<std::uint32_t>& GetRows() const { return fvOrder; }
-  // The row at a position of this order.
-  std::uint64_t GetRow(std::uint64_t position) const {
-    return fvOrder.empty() ? position : fvOrder[static_cast<std::size_t>(position)];
-  }
+  bool IsFileOrder() const { return fvPositions.empty(); }
+  // The position of each row in this order; empty for the order of the file.
+  const std::vector<std::uint32_t>& GetPositions() const { return fvPositions; }
+  // The row at each position; empty likewise.
+  std::vector<std::uint32_t> MakeRows() const;
 
  private:
-  std::vector<std::uint32_t> FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables,
-                                        const Decoder& decode);
+  void FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
   void AddGroup(const std::vector<double>& key, const Decoder& decode);
   std::vector<std::uint32_t> SortGroups();
 
   std::vector<Group> fvGroups;
-  std::vector<std::uint32_t> fvOrder;  // empty: the order of the file
+  std::vector<std::uint32_t> fvPositions;
 };
 
 }  // namespace BayesHost

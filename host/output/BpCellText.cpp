@@ -25,7 +25,7 @@ StatePointer MakeState(ShownText shown) {
 
 StatePointer MakeNumber(double value, const BpFormatSpec& format) {
   ShownText shown = ShownText::Plain(BayesHost::ShowNumber(value, format));
-  shown.fIdentity = fmt::format("number:{}", value);
+  shown.fIdentity = "number:" + std::string(reinterpret_cast<const char*>(&value), sizeof value);
   StatePointer state = MakeState(std::move(shown));
   state->fNumber = value;
   return state;
@@ -85,10 +85,6 @@ namespace BayesHost {
 const ShownText& GetShown(const BpCellText& text) {
   Require(text.GetState().fIsFinished, "a composite text is used before Finish");
   return text.GetState().fShown;
-}
-
-CellContent GetContent(const BpCellText& text) {
-  return {GetShown(text).fText, text.GetState().fNumber};
 }
 
 }  // namespace BayesHost

@@ -23,6 +23,5 @@ namespace BayesHost {
 
 // std::logic_error for a composite that isn't finished.
 const ShownText& GetShown(const BpCellText& text);
-CellContent GetContent(const BpCellText& text);
 
 }  // namespace BayesHost

@@ -59,7 +59,7 @@ BpCategory::BpCategory(std::shared_ptr<State> state) : fpState(std::move(state))
 // The handle names its own category, whichever of its dimension is current.
 void BpCategory::Cell(const BpCellText& content) {
   fpState->fpTable->MakeCurrent(fpState->fDimension, fpState->fCategory);
-  fpState->fpTable->SetCell(BayesHost::GetContent(content));
+  fpState->fpTable->SetCell(GetShown(content).fText, content.GetState().fNumber);
 }
 
 void BpCategory::Note(const BpAnnotation& note) {

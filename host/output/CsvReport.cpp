@@ -17,14 +17,12 @@ std::string JoinLabels(const std::vector<std::string>& labels) {
 }
 
 std::string ValueOf(const Cell& cell) {
-  const bool isNumber = cell.fContent && cell.fContent->fNumber && !IsMissing(*cell.fContent->fNumber);
-  return isNumber ? fmt::format("{}", *cell.fContent->fNumber) : "";
+  return cell.fNumber && !IsMissing(*cell.fNumber) ? fmt::format("{}", *cell.fNumber) : "";
 }
 
 // A shown number needs no protection: it starts with a sign at most, and can't do anything.
 std::string TextOf(const Cell& cell) {
-  if (!cell.fContent) return "";
-  return cell.fContent->fNumber ? cell.fContent->fText : CsvReport::Field(cell.fContent->fText);
+  return cell.fNumber ? std::string(cell.fText) : CsvReport::Field(cell.fText);
 }
 
 class CsvWriter {
@@ -51,7 +49,7 @@ class CsvWriter {
     for (const auto& layer : layout.GetLayers().fvLines)
       for (const auto& row : layout.GetRows().fvLines)
         for (const auto& column : layout.GetColumns().fvLines)
-          if (const Cell* cell = layout.FindCell(layer, row, column))
+          if (const auto cell = layout.FindCell(layer, row, column))
             fOut << place << JoinLabels(layout.GetLabels(layout.GetLayers(), layer)) << ','
                  << JoinLabels(layout.GetLabels(layout.GetRows(), row)) << ','
                  << JoinLabels(layout.GetLabels(layout.GetColumns(), column)) << ',' << ValueOf(*cell) << ','
@@ -60,7 +58,7 @@ class CsvWriter {
 
   static std::string NotesOf(const PivotTable& table, const Cell& cell) {
     std::string texts;
-    for (const int note : cell.fvNotes)
+    for (const int note : cell.fNotes)
       texts +=
           (texts.empty() ? "" : " ") + table.GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText;
     return CsvReport::Field(texts);

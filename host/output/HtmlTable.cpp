@@ -24,10 +24,6 @@ std::string SpanAttributes(int rows, int columns) {
   return attributes;
 }
 
-bool IsNumber(const Cell& cell) {
-  return cell.fContent && cell.fContent->fNumber;
-}
-
 double WidthOf(char character) {
   for (const auto& [known, width] : kWidths)
     if (character == known) return width;
@@ -35,7 +31,7 @@ double WidthOf(char character) {
 }
 
 // The width of the point and what follows it, in digits; 0 without a point.
-double TailOf(const std::string& number) {
+double TailOf(std::string_view number) {
   double width = 0;
   for (std::size_t i = number.find('.'); i < number.size(); ++i) width += WidthOf(number[i]);
   return width;
@@ -56,10 +52,10 @@ HtmlTable::HtmlTable(const PivotTable& table, const TableLayout& layout, const T
 HtmlTable::Column HtmlTable::MakeColumn(const TableLayout::Line& column) const {
   Column made;
   for (const auto& row : fLayout.GetRows().fvLines) {
-    const Cell* cell = fLayout.FindCell(fLayer, row, column);
-    if (cell == nullptr || !cell->fContent) continue;
-    made.fIsNumeric = made.fIsNumeric && IsNumber(*cell);
-    if (IsNumber(*cell)) made.fTail = std::max(made.fTail, TailOf(cell->fContent->fText));
+    const auto cell = fLayout.FindCell(fLayer, row, column);
+    if (!cell || !cell->fIsWritten) continue;
+    made.fIsNumeric = made.fIsNumeric && cell->fNumber;
+    if (cell->fNumber) made.fTail = std::max(made.fTail, TailOf(cell->fText));
   }
   return made;
 }
@@ -145,16 +141,15 @@ void HtmlTable::WriteRowLabel(const TableLayout::HeaderCell& label) const {
        << LabelOf(label) << "</th>";
 }
 
-void HtmlTable::WriteCell(const Cell* cell, const Column& column) const {
-  if (cell == nullptr) {
+void HtmlTable::WriteCell(const std::optional<Cell>& cell, const Column& column) const {
+  if (!cell) {
     fOut << "<td></td>";
     return;
   }
-  const std::string text = cell->fContent ? cell->fContent->fText : "";
-  fOut << (IsNumber(*cell) ? "<td class=\"number\"" : "<td");
-  const double missing = IsNumber(*cell) ? column.fTail - TailOf(text) : 0;
+  fOut << (cell->fNumber ? "<td class=\"number\"" : "<td");
+  const double missing = cell->fNumber ? column.fTail - TailOf(cell->fText) : 0;
   if (missing > 0.01) fOut << fmt::format(" style=\"--tail:{:.3g}\"", missing);
-  fOut << '>' << E(text) << HtmlMarks(fLayout.GetMarks(cell->fvNotes)) << "</td>";
+  fOut << '>' << E(cell->fText) << HtmlMarks(fLayout.GetMarks(cell->fNotes)) << "</td>";
 }
 
 }  // namespace BayesHost

@@ -34,7 +34,7 @@ class HtmlTable {
   void WriteColumnLabel(const TableLayout::HeaderCell& cell) const;
   void WriteBody() const;
   void WriteRowLabel(const TableLayout::HeaderCell& label) const;
-  void WriteCell(const Cell* cell, const Column& column) const;
+  void WriteCell(const std::optional<Cell>& cell, const Column& column) const;
 
   const PivotTable& fTable;
   const TableLayout& fLayout;

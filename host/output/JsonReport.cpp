@@ -27,7 +27,7 @@ Json OptionalOf(const std::optional<T>& value) {
   return value ? Json(*value) : Json(nullptr);
 }
 
-Json LettersOf(const TableLayout& layout, const std::vector<int>& notes) {
+Json LettersOf(const TableLayout& layout, std::span<const int> notes) {
   Json letters = Json::array();
   for (const int note : layout.GetNoteOrder())
     if (std::find(notes.begin(), notes.end(), note) != notes.end()) letters.push_back(layout.GetLetter(note));
@@ -73,17 +73,17 @@ Json DimensionsOf(const PivotTable& table, const TableLayout& layout) {
 Json CellOf(const TableLayout& layout, const TableLayout::Line& layer, const TableLayout::Line& row,
             const TableLayout::Line& column, const Cell& cell) {
   Json at = Json::array();
-  const PivotTable::Address address = layout.GetAddress(layer, row, column);
+  const PivotTable::Address& address = layout.GetAddress(layer, row, column);
   for (std::size_t i = 0; i < address.size(); ++i)
     at.push_back(layout.GetLeafIndex(static_cast<int>(i), address[i]));
   Json entry{{"at", std::move(at)},
              {"row", layout.GetLabels(layout.GetRows(), row)},
              {"column", layout.GetLabels(layout.GetColumns(), column)},
              {"layer", layout.GetLabels(layout.GetLayers(), layer)}};
-  if (!cell.fContent || cell.fContent->fNumber)
-    entry["value"] = cell.fContent ? NumberOf(*cell.fContent->fNumber) : Json(nullptr);
-  entry["text"] = cell.fContent ? cell.fContent->fText : "";
-  entry["footnotes"] = LettersOf(layout, cell.fvNotes);
+  if (!cell.fIsWritten || cell.fNumber)
+    entry["value"] = cell.fNumber ? NumberOf(*cell.fNumber) : Json(nullptr);
+  entry["text"] = cell.fText;
+  entry["footnotes"] = LettersOf(layout, cell.fNotes);
   return entry;
 }
 
@@ -92,7 +92,7 @@ Json CellsOf(const TableLayout& layout) {
   for (const auto& layer : layout.GetLayers().fvLines)
     for (const auto& row : layout.GetRows().fvLines)
       for (const auto& column : layout.GetColumns().fvLines)
-        if (const Cell* cell = layout.FindCell(layer, row, column))
+        if (const auto cell = layout.FindCell(layer, row, column))
           cells.push_back(CellOf(layout, layer, row, column, *cell));
   return cells;
 }

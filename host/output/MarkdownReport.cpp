@@ -92,14 +92,13 @@ class MarkdownTable {
   bool IsNumeric(const TableLayout::Line& column) const {
     const auto& rows = fLayout.GetRows().fvLines;
     return std::all_of(rows.begin(), rows.end(), [&](const TableLayout::Line& row) {
-      const Cell* cell = fLayout.FindCell(fLayer, row, column);
-      return cell == nullptr || !cell->fContent || cell->fContent->fNumber;
+      const auto cell = fLayout.FindCell(fLayer, row, column);
+      return !cell || !cell->fIsWritten || cell->fNumber;
     });
   }
 
-  std::string CellOf(const Cell* cell) const {
-    if (cell == nullptr) return "";
-    return E(cell->fContent ? cell->fContent->fText : "") + Marks(fLayout.GetMarks(cell->fvNotes));
+  std::string CellOf(const std::optional<Cell>& cell) const {
+    return cell ? E(cell->fText) + Marks(fLayout.GetMarks(cell->fNotes)) : "";
   }
 
   const PivotTable& fTable;

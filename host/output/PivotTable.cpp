@@ -21,6 +21,17 @@ void AddOnce(std::vector<int>& notes, int note) {
   if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
 }
 
+// Tables are filled line by line, so that the category wanted is most often the one of the last place or the
+// next. The number of siblings when there is none.
+template <class Predicate>
+std::size_t FindFrom(const std::vector<int>& siblings, std::size_t place, Predicate isWanted) {
+  for (std::size_t i = 0; i < siblings.size(); ++i) {
+    const std::size_t at = (place + i) % siblings.size();
+    if (isWanted(siblings[at])) return at;
+  }
+  return siblings.size();
+}
+
 }  // namespace
 
 std::vector<int> Dimension::GetLeaves() const {
@@ -41,10 +52,11 @@ PivotTable::PivotTable(const ShownText& title, const ShownText& subtype, std::sh
     : fpPool(std::move(pool)), fpTitle(fpPool->Share(title)), fpSubtype(fpPool->Share(subtype)) {}
 
 int PivotTable::AddDimension(const ShownText& label) {
-  if (!fCells.empty()) throw std::logic_error("a table's dimensions come before its cells");
+  if (fCells.Count() > 0) throw std::logic_error("a table's dimensions come before its cells");
   Dimension dimension;
   dimension.fpLabel = fpPool->Share(label);
   fvDimensions.push_back(std::move(dimension));
+  fvCurrent.push_back(-1);
   return static_cast<int>(fvDimensions.size()) - 1;
 }
 
@@ -58,35 +70,34 @@ int PivotTable::FindOrAdd(int dimension, int parent, const ShownText& label, boo
   Dimension& owner = fvDimensions.at(static_cast<std::size_t>(dimension));
   auto& all = owner.fvCategories;
   auto& siblings = parent < 0 ? owner.fvTop : all.at(static_cast<std::size_t>(parent)).fvChildren;
-  const auto found = std::find_if(siblings.begin(), siblings.end(), [&](int index) {
+  const auto isWanted = [&](int index) {
     const Category& sibling = all[static_cast<std::size_t>(index)];
     return sibling.fIsGroup == isGroup && sibling.GetLabel().fIdentity == label.fIdentity;
-  });
-  int index = found == siblings.end() ? -1 : *found;
-  if (index < 0) {
-    index = static_cast<int>(all.size());
+  };
+  const std::size_t place = FindFrom(siblings, owner.fLastPlace, isWanted);
+  owner.fLastPlace = place;
+  const bool isNew = place == siblings.size();
+  const int index = isNew ? static_cast<int>(all.size()) : siblings[place];
+  if (isNew) {
     siblings.push_back(index);  // before the vector of categories grows: `siblings` may lie in it
     all.push_back({fpPool->Share(label), parent, isGroup, showLabel, {}, {}});
   }
-  if (!isGroup) owner.fCurrent = index;
+  if (!isGroup) MakeCurrent(dimension, index);
   return index;
 }
 
 void PivotTable::MakeCurrent(int dimension, int category) {
-  fvDimensions.at(static_cast<std::size_t>(dimension)).fCurrent = category;
+  fvCurrent.at(static_cast<std::size_t>(dimension)) = category;
 }
 
-Cell& PivotTable::CurrentCell() {
-  Address address;
-  for (const Dimension& dimension : fvDimensions) {
-    if (dimension.fCurrent < 0) throw std::logic_error("a cell needs a category in every dimension");
-    address.push_back(dimension.fCurrent);
-  }
-  return fCells[address];
+CellStore::Address PivotTable::GetCurrent() const {
+  if (std::find(fvCurrent.begin(), fvCurrent.end(), -1) != fvCurrent.end())
+    throw std::logic_error("a cell needs a category in every dimension");
+  return fvCurrent;
 }
 
-void PivotTable::SetCell(CellContent content) {
-  CurrentCell().fContent = std::move(content);
+void PivotTable::SetCell(std::string_view text, std::optional<double> number) {
+  fCells.Write(GetCurrent(), text, number);
 }
 
 int PivotTable::FindOrAddNote(const ShownText& text) {
@@ -109,7 +120,7 @@ void PivotTable::NoteCategory(int dimension, int category, const ShownText& text
 }
 
 void PivotTable::NoteCell(const ShownText& text) {
-  AddOnce(CurrentCell().fvNotes, FindOrAddNote(text));
+  fCells.Note(GetCurrent(), FindOrAddNote(text));
 }
 
 }  // namespace BayesHost

@@ -2,10 +2,11 @@
 // is laid out is the readers' affair (TableLayout).
 #pragma once
 
-#include <map>
 #include <optional>
+#include <string_view>
 #include <vector>
 
+#include "host/output/CellStore.h"
 #include "host/output/ShownText.h"
 #include "host/output/TextPool.h"
 
@@ -31,24 +32,13 @@ struct Dimension {
   Role fRole = Role::Row;
   int fOrder = 0;  // among the dimensions of the same role
   std::vector<Category> fvCategories;
-  std::vector<int> fvTop;  // the categories without a parent
-  int fCurrent = -1;
+  std::vector<int> fvTop;      // the categories without a parent
+  std::size_t fLastPlace = 0;  // of the category asked for last, among its siblings
 
   // Categories that are no groups, in the order shown.
   std::vector<int> GetLeaves() const;
   // From the outermost group to the category itself.
   std::vector<int> GetPath(int category) const;
-};
-
-// A number with its shown text, or a text alone.
-struct CellContent {
-  std::string fText;
-  std::optional<double> fNumber;
-};
-
-struct Cell {
-  std::optional<CellContent> fContent;  // none: a cell that bears nothing but a footnote
-  std::vector<int> fvNotes;
 };
 
 struct Footnote {
@@ -75,9 +65,9 @@ class PivotTable {
   int FindOrAdd(int dimension, int parent, const ShownText& label, bool isGroup, bool showLabel = true);
   void MakeCurrent(int dimension, int category);
 
-  // The cell at the crossing of the current categories; std::logic_error while a dimension has none. A second
-  // write replaces the first.
-  void SetCell(CellContent content);
+  // The cell at the crossing of the current categories, a number with its shown text or a text alone;
+  // std::logic_error while a dimension has none. A second write replaces the first.
+  void SetCell(std::string_view text, std::optional<double> number);
 
   // The same text with the same key is one footnote, wherever it stands.
   void NoteTable(const ShownText& text);
@@ -94,10 +84,10 @@ class PivotTable {
   int GetMinDataColumnWidth() const { return fMinDataColumnWidth; }
   const std::vector<Dimension>& GetDimensions() const { return fvDimensions; }
   const std::vector<Footnote>& GetFootnotes() const { return fvFootnotes; }
-  const std::map<Address, Cell>& GetCells() const { return fCells; }
+  const CellStore& GetCells() const { return fCells; }
 
  private:
-  Cell& CurrentCell();
+  CellStore::Address GetCurrent() const;
   int FindOrAddNote(const ShownText& text);
 
   std::shared_ptr<TextPool> fpPool;
@@ -107,7 +97,8 @@ class PivotTable {
   int fMinDataColumnWidth = 0;
   std::vector<Dimension> fvDimensions;
   std::vector<Footnote> fvFootnotes;
-  std::map<Address, Cell> fCells;
+  Address fvCurrent;  // -1: none yet
+  CellStore fCells;
 };
 
 }  // namespace BayesHost

@@ -32,13 +32,8 @@ std::vector<fs::path> BinaryFolders() {
   return folders;
 }
 
-fs::path FindShare() {
-  if (const char* named = std::getenv("BAYES_SHARE")) {
-    if (IsShare(named)) return named;
-    throw std::runtime_error(std::string("BAYES_SHARE names a folder without strings/en.json: ") + named);
-  }
-  static const std::vector<fs::path> folders = BinaryFolders();
-  for (const fs::path& folder : folders)
+fs::path FindBesideBinaries() {
+  for (const fs::path& folder : BinaryFolders())
     for (const char* relative : {"../share/bayes", "../share", "../../share"})
       if (IsShare(folder / relative)) return (folder / relative).lexically_normal();
   throw std::runtime_error("The folder share/ is missing beside the program. Set BAYES_SHARE to its path.");
@@ -47,7 +42,12 @@ fs::path FindShare() {
 }  // namespace
 
 fs::path GetSharePath() {
-  return FindShare();
+  if (const char* named = std::getenv("BAYES_SHARE")) {
+    if (IsShare(named)) return named;
+    throw std::runtime_error(std::string("BAYES_SHARE names a folder without strings/en.json: ") + named);
+  }
+  static const fs::path beside = FindBesideBinaries();
+  return beside;
 }
 
 std::string ReadShareFile(const fs::path& relative) {

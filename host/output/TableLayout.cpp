@@ -1,7 +1,6 @@
 #include "host/output/TableLayout.h"
 
 #include <algorithm>
-#include <set>
 
 namespace BayesHost {
 namespace {
@@ -29,7 +28,7 @@ bool CoversSame(const TableLayout::HeaderCell& a, const TableLayout::HeaderCell&
 
 }  // namespace
 
-TableLayout::TableLayout(const PivotTable& table) : fTable(table) {
+TableLayout::TableLayout(const PivotTable& table) : fTable(table), fvAddress(table.GetDimensions().size()) {
   for (const Dimension& dimension : table.GetDimensions()) fvLeafIndices.push_back(LeafIndices(dimension));
   fRows = MakeAxis(Dimension::Role::Row);
   fColumns = MakeAxis(Dimension::Role::Column);
@@ -64,17 +63,24 @@ std::vector<TableLayout::Line> TableLayout::MakeLines(const std::vector<int>& di
     for (const int leaf : GetDimension(dimensions.front()).GetLeaves()) lines.push_back({leaf});
     return lines;
   }
-  std::set<std::pair<std::vector<int>, Line>> present;  // sorted by leaf indices
-  for (const auto& [address, cell] : fTable.GetCells()) {
-    std::pair<std::vector<int>, Line> entry;
-    for (const int dimension : dimensions) {
-      entry.first.push_back(GetLeafIndex(dimension, address[At(dimension)]));
-      entry.second.push_back(address[At(dimension)]);
-    }
-    present.insert(std::move(entry));
+  Line line(dimensions.size());
+  for (std::size_t cell = 0; cell < fTable.GetCells().Count(); ++cell) {
+    const CellStore::Address address = fTable.GetCells().GetAddress(cell);
+    for (std::size_t i = 0; i < line.size(); ++i) line[i] = address[At(dimensions[i])];
+    if (lines.empty() || lines.back() != line) lines.push_back(line);
   }
-  for (const auto& entry : present) lines.push_back(entry.second);
+  SortAsShown(dimensions, lines);
   return lines;
+}
+
+// Each line once.
+void TableLayout::SortAsShown(const std::vector<int>& dimensions, std::vector<Line>& lines) const {
+  std::sort(lines.begin(), lines.end(), [&](const Line& a, const Line& b) {
+    std::size_t i = 0;
+    while (i + 1 < a.size() && a[i] == b[i]) ++i;
+    return GetLeafIndex(dimensions[i], a[i]) < GetLeafIndex(dimensions[i], b[i]);
+  });
+  lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
 }
 
 int TableLayout::GetLeafIndex(int dimension, int category) const {
@@ -112,21 +118,20 @@ const Category& TableLayout::GetCategory(const HeaderCell& cell) const {
   return GetDimension(cell.fDimension).fvCategories[At(cell.fCategory)];
 }
 
-void TableLayout::Scatter(const Axis& axis, const Line& line, PivotTable::Address& address) const {
-  for (std::size_t i = 0; i < line.size(); ++i) address[At(axis.fvDimensions[i])] = line[i];
+void TableLayout::Scatter(const Axis& axis, const Line& line) const {
+  for (std::size_t i = 0; i < line.size(); ++i) fvAddress[At(axis.fvDimensions[i])] = line[i];
 }
 
-PivotTable::Address TableLayout::GetAddress(const Line& layer, const Line& row, const Line& column) const {
-  PivotTable::Address address(fTable.GetDimensions().size());
-  Scatter(fLayers, layer, address);
-  Scatter(fRows, row, address);
-  Scatter(fColumns, column, address);
-  return address;
+const PivotTable::Address& TableLayout::GetAddress(const Line& layer, const Line& row,
+                                                   const Line& column) const {
+  Scatter(fLayers, layer);
+  Scatter(fRows, row);
+  Scatter(fColumns, column);
+  return fvAddress;
 }
 
-const Cell* TableLayout::FindCell(const Line& layer, const Line& row, const Line& column) const {
-  const auto found = fTable.GetCells().find(GetAddress(layer, row, column));
-  return found == fTable.GetCells().end() ? nullptr : &found->second;
+std::optional<Cell> TableLayout::FindCell(const Line& layer, const Line& row, const Line& column) const {
+  return fTable.GetCells().Find(GetAddress(layer, row, column));
 }
 
 std::vector<std::string> TableLayout::GetLabels(const Axis& axis, const Line& line) const {
@@ -161,9 +166,10 @@ void TableLayout::OrderNotes() {
     OrderHeaderNotes(fLayers, layer);
     for (const Line& row : fRows.fvLines) {
       OrderHeaderNotes(fRows, row);
+      if (!fTable.GetCells().HasNotes()) continue;
       for (const Line& column : fColumns.fvLines)
-        if (const Cell* cell = FindCell(layer, row, column))
-          for (const int note : cell->fvNotes) OrderNote(note);
+        if (const auto cell = FindCell(layer, row, column))
+          for (const int note : cell->fNotes) OrderNote(note);
     }
   }
 }
@@ -175,8 +181,9 @@ std::string TableLayout::GetLetter(int note) const {
   return letters;
 }
 
-std::string TableLayout::GetMarks(const std::vector<int>& notes) const {
+std::string TableLayout::GetMarks(std::span<const int> notes) const {
   std::string marks;
+  if (notes.empty()) return marks;
   for (const int note : fvNoteOrder)
     if (std::find(notes.begin(), notes.end(), note) != notes.end())
       marks += (marks.empty() ? "" : ",") + GetLetter(note);

@@ -42,12 +42,14 @@ class TableLayout {
   // By level, then by line.
   std::vector<HeaderCell> MakeHeader(const Axis& axis) const;
   const Category& GetCategory(const HeaderCell& cell) const;
-  // Null where nothing was written.
-  const Cell* FindCell(const Line& layer, const Line& row, const Line& column) const;
+  // Nothing where nothing was written.
+  std::optional<Cell> FindCell(const Line& layer, const Line& row, const Line& column) const;
+
+  // Valid until the next cell is asked for.
+  const PivotTable::Address& GetAddress(const Line& layer, const Line& row, const Line& column) const;
 
   // The category's place among the categories of its dimension that are no groups.
   int GetLeafIndex(int dimension, int category) const;
-  PivotTable::Address GetAddress(const Line& layer, const Line& row, const Line& column) const;
   // The labels from the outermost group inwards, all dimensions of the axis.
   std::vector<std::string> GetLabels(const Axis& axis, const Line& line) const;
 
@@ -55,16 +57,17 @@ class TableLayout {
   const std::vector<int>& GetNoteOrder() const { return fvNoteOrder; }
   std::string GetLetter(int note) const;
   // The letters of some notes, sorted, as "a" or "a,b"; empty for none.
-  std::string GetMarks(const std::vector<int>& notes) const;
+  std::string GetMarks(std::span<const int> notes) const;
   std::string GetTableMarks() const;
 
  private:
   Axis MakeAxis(Dimension::Role role) const;
+  void SortAsShown(const std::vector<int>& dimensions, std::vector<Line>& lines) const;
   std::vector<Line> MakeLines(const std::vector<int>& dimensions) const;
   void OrderNotes();
   void OrderHeaderNotes(const Axis& axis, const Line& line);
   void OrderNote(int note);
-  void Scatter(const Axis& axis, const Line& line, PivotTable::Address& address) const;
+  void Scatter(const Axis& axis, const Line& line) const;
   const Dimension& GetDimension(int dimension) const;
 
   const PivotTable& fTable;
@@ -73,6 +76,7 @@ class TableLayout {
   Axis fColumns;
   Axis fLayers;
   std::vector<int> fvNoteOrder;
+  mutable PivotTable::Address fvAddress;  // room for one: readers ask for every cell
 };
 
 }  // namespace BayesHost

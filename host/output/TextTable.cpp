@@ -27,28 +27,12 @@ void TrimEnd(std::string& line) {
   line.erase(line.find_last_not_of(' ') + 1);
 }
 
-// Lines of text side by side: columns of blocks, each as wide as given.
+// Lines of text, one below the other, in a field as wide as given.
 struct Block {
   std::vector<std::string> fvLines;
   int fWidth;
   Align fAlign;
 };
-
-std::string JoinBlocks(const std::vector<Block>& blocks) {
-  std::size_t height = 1;
-  for (const Block& block : blocks) height = std::max(height, block.fvLines.size());
-  std::string joined;
-  for (std::size_t i = 0; i < height; ++i) {
-    std::string line;
-    for (const Block& block : blocks) {
-      if (&block != &blocks.front()) line.append(kGap, ' ');
-      line += PadText(i < block.fvLines.size() ? block.fvLines[i] : "", block.fWidth, block.fAlign);
-    }
-    TrimEnd(line);
-    joined += line + '\n';
-  }
-  return joined;
-}
 
 }  // namespace
 
@@ -92,21 +76,22 @@ TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) con
   made.fWidth = fTable.GetMinDataColumnWidth();
   int markWidth = 0;
   for (const auto& row : fLayout.GetRows().fvLines)
-    if (const Cell* cell = fLayout.FindCell(fLayer, row, column))
-      markWidth = std::max(markWidth, DisplayWidth(WithMarks("", fLayout.GetMarks(cell->fvNotes))));
+    if (const auto cell = fLayout.FindCell(fLayer, row, column))
+      markWidth = std::max(markWidth, DisplayWidth(WithMarks("", fLayout.GetMarks(cell->fNotes))));
   for (const auto& row : fLayout.GetRows().fvLines) {
-    const Cell* cell = fLayout.FindCell(fLayer, row, column);
+    const auto cell = fLayout.FindCell(fLayer, row, column);
     made.fvTexts.push_back(ShowCell(cell, markWidth));
     made.fWidth = std::max(made.fWidth, DisplayWidth(made.fvTexts.back()));
-    if (cell != nullptr && cell->fContent && !cell->fContent->fNumber) made.fIsNumeric = false;
+    if (cell && cell->fIsWritten && !cell->fNumber) made.fIsNumeric = false;
   }
   return made;
 }
 
 // The marks of a column stand in a strip of their own, so that its numbers stay in line.
-std::string TextTable::ShowCell(const Cell* cell, int markWidth) const {
-  std::string text = cell != nullptr && cell->fContent ? PlainText(cell->fContent->fText) : "";
-  const std::string marks = cell == nullptr ? "" : WithMarks("", fLayout.GetMarks(cell->fvNotes));
+std::string TextTable::ShowCell(const std::optional<Cell>& cell, int markWidth) const {
+  if (!cell) return "";
+  const std::string text = PlainText(cell->fText);
+  const std::string marks = WithMarks("", fLayout.GetMarks(cell->fNotes));
   return text.empty() && marks.empty() ? text : text + PadText(marks, markWidth, Align::Left);
 }
 
@@ -173,8 +158,7 @@ std::string TextTable::Render() const {
 std::string TextTable::RenderBlock(std::size_t first, std::size_t end) const {
   const std::string rule = MakeRule(GetStubWidth() + GetSpanWidth(first, end)) + '\n';
   std::string block = rule + RenderHeader(first, end) + rule;
-  for (std::size_t row = 0; row < fLayout.GetRows().fvLines.size(); ++row)
-    block += RenderRow(row, first, end);
+  for (std::size_t row = 0; row < fLayout.GetRows().fvLines.size(); ++row) AppendRow(row, first, end, block);
   return block + rule;
 }
 
@@ -257,15 +241,31 @@ std::vector<TextTable::HeaderLabel> TextTable::MakeHeaderLabels(std::size_t firs
   return labels;
 }
 
-std::string TextTable::RenderRow(std::size_t row, std::size_t first, std::size_t end) const {
-  std::vector<Block> blocks;
-  for (const TextColumn& column : fvStub)
-    blocks.push_back({WrapText(column.fvTexts[row], column.fWidth), column.fWidth, Align::Left});
-  for (std::size_t i = first; i < end; ++i)
-    blocks.push_back({{fvColumns[i].fvTexts[row]},
-                      fvColumns[i].fWidth,
-                      fvColumns[i].fIsNumeric ? Align::Right : Align::Left});
-  return JoinBlocks(blocks);
+// Row labels may take several lines; the cells stand in the first of them.
+void TextTable::AppendRow(std::size_t row, std::size_t first, std::size_t end, std::string& block) const {
+  std::size_t height = 1;
+  std::vector<std::vector<std::string>> labels;
+  for (const TextColumn& column : fvStub) {
+    labels.push_back(WrapText(column.fvTexts[row], column.fWidth));
+    height = std::max(height, labels.back().size());
+  }
+  for (std::size_t line = 0; line < height; ++line) {
+    for (std::size_t i = 0; i < fvStub.size(); ++i) {
+      AppendPadded(block, line < labels[i].size() ? labels[i][line] : "", fvStub[i].fWidth, Align::Left);
+      block.append(kGap, ' ');
+    }
+    if (line == 0) AppendCells(row, first, end, block);
+    TrimEnd(block);
+    block += '\n';
+  }
+}
+
+void TextTable::AppendCells(std::size_t row, std::size_t first, std::size_t end, std::string& block) const {
+  for (std::size_t i = first; i < end; ++i) {
+    if (i > first) block.append(kGap, ' ');
+    const TextColumn& column = fvColumns[i];
+    AppendPadded(block, column.fvTexts[row], column.fWidth, column.fIsNumeric ? Align::Right : Align::Left);
+  }
 }
 
 }  // namespace BayesHost

@@ -40,7 +40,7 @@ class TextTable {
   void MakeStub();
   void MakeColumns();
   TextColumn MakeColumn(const TableLayout::Line& column) const;
-  std::string ShowCell(const Cell* cell, int markWidth) const;
+  std::string ShowCell(const std::optional<Cell>& cell, int markWidth) const;
   std::vector<Span> MakeSpans() const;
   void WidenForLabels();
 
@@ -52,7 +52,9 @@ class TextTable {
   std::string RenderHeader(std::size_t first, std::size_t end) const;
   std::vector<int> MeasureLevels(const std::vector<HeaderLabel>& labels) const;
   std::vector<HeaderLabel> MakeHeaderLabels(std::size_t first, std::size_t end) const;
-  std::string RenderRow(std::size_t row, std::size_t first, std::size_t end) const;
+  // What is appended ends a block's lines so far.
+  void AppendRow(std::size_t row, std::size_t first, std::size_t end, std::string& block) const;
+  void AppendCells(std::size_t row, std::size_t first, std::size_t end, std::string& block) const;
   int GetSpanWidth(std::size_t first, std::size_t end) const;
   std::string MakeRule(int width) const;
 

@@ -35,6 +35,15 @@ int WidthOf(std::uint32_t character) {
   return 1;
 }
 
+bool IsAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
+// Or the beginning of one.
+bool IsControl(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == '\x7F' || c == '\xC2';
+}
+
 bool IsContinuation(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
@@ -58,6 +67,7 @@ std::vector<std::string_view> Words(std::string_view text) {
 }  // namespace
 
 int DisplayWidth(std::string_view text) {
+  if (std::all_of(text.begin(), text.end(), IsAscii)) return static_cast<int>(text.size());
   int width = 0;
   for (std::size_t i = 0; i < text.size();) {
     std::uint32_t character = LeadBits(static_cast<unsigned char>(text[i++]));
@@ -70,6 +80,7 @@ int DisplayWidth(std::string_view text) {
 
 // C0, delete, and C1 as UTF-8 writes it: C2 80 to C2 9F.
 std::string PlainText(std::string_view text) {
+  if (std::none_of(text.begin(), text.end(), IsControl)) return std::string(text);
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto c = static_cast<unsigned char>(text[i]);
@@ -84,9 +95,11 @@ std::string PlainText(std::string_view text) {
 
 std::vector<std::string> WrapText(std::string_view text, int width) {
   std::vector<std::string> lines(1);
+  int used = 0;
   for (const std::string_view word : Words(text)) {
-    if (!lines.back().empty() && DisplayWidth(lines.back()) + 1 + DisplayWidth(word) > width)
-      lines.emplace_back();
+    const int needed = DisplayWidth(word);
+    if (!lines.back().empty() && used + 1 + needed > width) lines.emplace_back();
+    used = lines.back().empty() ? needed : used + 1 + needed;
     if (!lines.back().empty()) lines.back() += ' ';
     lines.back() += word;
   }
@@ -99,12 +112,17 @@ int LongestWord(std::string_view text) {
   return longest;
 }
 
-std::string PadText(std::string_view text, int width, Align align) {
+void AppendPadded(std::string& line, std::string_view text, int width, Align align) {
   const int missing = std::max(0, width - DisplayWidth(text));
   const int before = align == Align::Left ? 0 : align == Align::Right ? missing : missing / 2;
-  std::string padded(static_cast<std::size_t>(before), ' ');
-  padded += text;
-  padded.append(static_cast<std::size_t>(missing - before), ' ');
+  line.append(static_cast<std::size_t>(before), ' ');
+  line += text;
+  line.append(static_cast<std::size_t>(missing - before), ' ');
+}
+
+std::string PadText(std::string_view text, int width, Align align) {
+  std::string padded;
+  AppendPadded(padded, text, width, align);
   return padded;
 }
 

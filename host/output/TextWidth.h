@@ -22,5 +22,7 @@ int LongestWord(std::string_view text);
 
 enum class Align { Left, Right, Centre };
 std::string PadText(std::string_view text, int width, Align align);
+// The same behind what the line has already.
+void AppendPadded(std::string& line, std::string_view text, int width, Align align);
 
 }  // namespace BayesHost

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -107,6 +108,9 @@ class BAYES_PLATFORM Session {
   const std::shared_ptr<ParserRun>& GetParserRun() const { return fpParserRun; }
   void SetParserRun(std::shared_ptr<ParserRun> run) { fpParserRun = std::move(run); }
 
+  // Texts of files that the run reads again and again, by path.
+  std::map<std::string, std::string>& GetFileTexts() { return fFileTexts; }
+
   // The seed of the run: the option, or what entropy gave in its place. Never 0.
   unsigned long GetSeed() const { return fSeed; }
   // Uniform on [0, 1), from one stream for the whole run.
@@ -137,6 +141,7 @@ class BAYES_PLATFORM Session {
   CommandText fCommand;
   std::shared_ptr<CommandOutput> fpOutput;
   std::shared_ptr<ParserRun> fpParserRun;
+  std::map<std::string, std::string> fFileTexts;
   unsigned long fSeed;
   std::mt19937_64 fSeedSource;
   std::vector<std::string> fvStoredErrors;

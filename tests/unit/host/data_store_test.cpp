@@ -49,7 +49,7 @@ TEST(ColumnStore, KeepsRowsInMemoryAndBeyond) {
       Fill(store, c.fRows);
       EXPECT_EQ(store.CountRows(), c.fRows);
       EXPECT_EQ(store.IsSpilled(), c.fSpilled);
-      CaseCursor cursor({{&store, 1}, {&store, 0}}, nullptr);
+      CaseCursor cursor({{&store, 1}, {&store, 0}});
       cursor.SetRange(0, c.fRows);
       std::size_t wrong = 0;
       std::size_t row = 0;
@@ -117,13 +117,14 @@ std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText
     store.Advance(1);
   }
   store.Finish();
-  CaseCursor cursor({{&store, 0}, {&store, 1}}, nullptr);
+  CaseCursor cursor({{&store, 0}, {&store, 1}});
   const std::vector<std::string> texts = {"beta", "alpha", "Alpha"};
   const auto decode = [&](int, double value) {
     if (!asText) return OBS(value);
     return OBS(value == M ? std::string() : texts[static_cast<std::size_t>(value)]);
   };
   const SplitIndex index(cursor, rows.size(), 2, decode);
+  const std::vector<std::uint32_t> order = index.MakeRows();
   std::string shown;
   for (const SplitIndex::Group& group : index.GetGroups()) {
     for (const OBS& key : group.fvKey) {
@@ -132,7 +133,7 @@ std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText
                                       : std::to_string(int(key.GetNumber()));
       shown += ' ';
     }
-    for (auto i = group.fBegin; i < group.fEnd; ++i) shown += ":" + std::to_string(index.GetRow(i));
+    for (auto i = group.fBegin; i < group.fEnd; ++i) shown += ":" + std::to_string(order.at(i));
     shown += " | ";
   }
   return shown;

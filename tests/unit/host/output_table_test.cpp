@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "host/output/TableLayout.h"
 
 namespace {
@@ -32,7 +34,7 @@ PivotTable MakeTable() {
 void SetCell(PivotTable& table, const std::string& row, int group, const std::string& column) {
   table.FindOrAdd(0, -1, Text(row), false);
   table.FindOrAdd(1, group, Text(column), false);
-  table.SetCell({"x", std::nullopt});
+  table.SetCell("x", std::nullopt);
 }
 
 TEST(OutputTable, FindsCategoriesByParentKindAndIdentityNotByText) {
@@ -60,16 +62,16 @@ TEST(OutputTable, TablesOfOneDocumentShareTheirTexts) {
 TEST(OutputTable, CategoryStaysCurrentUntilItsDimensionGetsAnother) {
   PivotTable table = MakeTable();
   table.FindOrAdd(0, -1, Text("a"), false);
-  EXPECT_THROW(table.SetCell({"1", 1.0}), std::logic_error);
+  EXPECT_THROW(table.SetCell("1", 1.0), std::logic_error);
   const int n = table.FindOrAdd(1, -1, Text("N"), false);
-  table.SetCell({"1", 1.0});
+  table.SetCell("1", 1.0);
   const int group = table.FindOrAdd(1, -1, Text("Posterior"), true);
-  table.SetCell({"2", 2.0});  // a group doesn't become current: the cell of N again
+  table.SetCell("2", 2.0);  // a group doesn't become current: the cell of N again
   const int mode = table.FindOrAdd(1, group, Text("Mode"), false);
-  table.SetCell({"3", 3.0});
-  ASSERT_EQ(table.GetCells().size(), 2U);
-  EXPECT_EQ(table.GetCells().at({0, n}).fContent->fText, "2");
-  EXPECT_EQ(table.GetCells().at({0, mode}).fContent->fText, "3");
+  table.SetCell("3", 3.0);
+  ASSERT_EQ(table.GetCells().Count(), 2U);
+  EXPECT_EQ(table.GetCells().Find(std::array{0, n})->fText, "2");
+  EXPECT_EQ(table.GetCells().Find(std::array{0, mode})->fText, "3");
   EXPECT_THROW(table.AddDimension(Text("late")), std::logic_error);
 }
 
@@ -89,7 +91,7 @@ TEST(OutputTable, LettersFollowTheFirstAppearance) {
                     table.GetFootnotes()[static_cast<std::size_t>(note)].GetText().fText);
   EXPECT_THAT(texts, ElementsAre("a on the title", "b shared", "c on the first cell", "d on row b"));
   EXPECT_EQ(layout.GetTableMarks(), "a");
-  EXPECT_EQ(layout.GetMarks({2, 1, 0}), "b,c,d");
+  EXPECT_EQ(layout.GetMarks(std::array{2, 1, 0}), "b,c,d");
 }
 
 TEST(OutputTable, LettersGoOnAfterZ) {
@@ -154,7 +156,7 @@ TEST(OutputTable, OneDimensionShowsCategoriesWithoutCells) {
   SetCell(table, "a", -1, "N");
   const TableLayout layout(table);
   ASSERT_EQ(layout.GetRows().fvLines.size(), 2U);
-  EXPECT_EQ(layout.FindCell({}, layout.GetRows().fvLines[0], layout.GetColumns().fvLines[0]), nullptr);
+  EXPECT_EQ(layout.FindCell({}, layout.GetRows().fvLines[0], layout.GetColumns().fvLines[0]), std::nullopt);
 }
 
 }  // namespace
