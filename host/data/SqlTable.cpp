@@ -34,7 +34,8 @@ std::string SqlTable::MakeView() const {
   std::iota(all.begin(), all.end(), 0);
   std::vector<std::string> names;
   for (const VariableState& variable : variables) names.push_back(QuoteName(variable.fName));
-  return fmt::format("CREATE OR REPLACE TEMP VIEW data({}) AS {}", fmt::join(names, ", "), fpBase->MakeQuery(all));
+  return fmt::format("CREATE OR REPLACE TEMP VIEW data({}) AS {}", fmt::join(names, ", "),
+                     fpBase->MakeQuery(all));
 }
 
 // A column that keeps its name and kind keeps its labels, format and user-missing values.
