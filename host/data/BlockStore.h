@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -25,7 +26,7 @@ class MemoryBudget {
 };
 
 // A growing list of equal blocks of doubles: the first ones in memory while the budget lasts, all later ones
-// in a temporary file.
+// in a temporary file. Memory is taken by slabs of blocks, ever larger ones while they are small.
 class BlockStore {
  public:
   // The budget must outlive the store.
@@ -47,10 +48,18 @@ class BlockStore {
   const double* Read(std::size_t block, std::size_t from, std::size_t count, double* buffer) const;
 
  private:
+  struct Free {
+    void operator()(double* slab) const { std::free(slab); }
+  };
+  double* TakeRoom();
+
   MemoryBudget& fBudget;
   std::size_t fBlockSize;
-  std::vector<std::unique_ptr<double[]>> fvMemory;
-  std::unique_ptr<double[]> fpOpen;
+  std::vector<std::unique_ptr<double, Free>> fvSlabs;
+  double* fpNext = nullptr;  // in the last slab
+  std::size_t fFreeBlocks = 0;
+  std::vector<double*> fvMemory;  // blocks
+  double* fpOpen = nullptr;
   bool fOpenStays = false;  // in memory; else it goes to the file
   std::unique_ptr<TempFile> fpFile;
   std::size_t fSpilled = 0;
