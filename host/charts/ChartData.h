@@ -9,10 +9,10 @@
 #include "platform/host/Charts.h"
 
 struct VarDataProcessor::State {
+  bool fIsWanted = true;  // false: no chart gets a document, and no value is kept
   std::string fDataSource;
   // In the order added; columns may differ in length.
   std::vector<std::pair<std::string, std::vector<double>>> fvColumns;
-  std::size_t fLast = 0;  // the column that got a value last
 
   std::size_t CountRows() const;
 };

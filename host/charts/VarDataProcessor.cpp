@@ -8,10 +8,13 @@
 namespace {
 
 template <class Columns>
-std::size_t FindColumn(const Columns& columns, const std::string& name) {
-  const auto found =
-      std::find_if(columns.begin(), columns.end(), [&](const auto& column) { return column.first == name; });
-  return static_cast<std::size_t>(found - columns.begin());
+auto FindColumn(Columns& columns, const std::string& name) {
+  return std::find_if(columns.begin(), columns.end(),
+                      [&](const auto& column) { return column.first == name; });
+}
+
+bool IsWanted() {
+  return BayesHost::Session::Current().GetOptions().fChartUse >= BayesHost::ChartUse::Document;
 }
 
 }  // namespace
@@ -22,21 +25,21 @@ std::size_t VarDataProcessor::State::CountRows() const {
   return rows;
 }
 
-VarDataProcessor::VarDataProcessor(const std::string& dataSource) : fpState(new State{dataSource, {}, 0}) {}
+VarDataProcessor::VarDataProcessor(const std::string& dataSource)
+    : fpState(new State{IsWanted(), dataSource, {}}) {}
 VarDataProcessor::~VarDataProcessor() = default;
 
 void VarDataProcessor::AddVariable(const std::string& name) {
-  if (FindColumn(fpState->fvColumns, name) < fpState->fvColumns.size())
+  if (FindColumn(fpState->fvColumns, name) != fpState->fvColumns.end())
     throw std::logic_error("the chart's data have two series " + name);
   fpState->fvColumns.push_back({name, {}});
 }
 
 void VarDataProcessor::SetVariableValue(const std::string& name, std::size_t row, double value) {
-  auto& columns = fpState->fvColumns;
-  std::size_t& at = fpState->fLast;
-  if (at >= columns.size() || columns[at].first != name) at = FindColumn(columns, name);
-  if (at == columns.size()) throw std::logic_error("the chart's data have no series " + name);
-  std::vector<double>& values = columns[at].second;
+  if (!fpState->fIsWanted) return;
+  const auto column = FindColumn(fpState->fvColumns, name);
+  if (column == fpState->fvColumns.end()) throw std::logic_error("the chart's data have no series " + name);
+  std::vector<double>& values = column->second;
   if (values.size() < row) values.resize(row, ZARQ_DataSource::GetMissingValue());
   if (values.size() == row)
     values.push_back(value);

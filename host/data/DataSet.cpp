@@ -278,21 +278,22 @@ void DataSet::SortColumns(const std::vector<int>& variables) {
 std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
                                                 const std::vector<std::uint32_t>& places) {
   auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
-  std::vector<double> stretch(std::min<std::size_t>(places.size(), fSortCases));
-  for (std::size_t begin = 0; begin < places.size(); begin += stretch.size()) {
+  const std::size_t size = std::min<std::size_t>(places.size(), fSortCases);
+  const auto stretch = std::make_unique_for_overwrite<double[]>(size);
+  for (std::size_t begin = 0; begin < places.size(); begin += size) {
     CaseCursor cursor({column});
     cursor.SetRange(0, fCases);
     std::size_t row = 0;
     while (const std::size_t count = cursor.NextRun()) {
       for (const double* value = cursor.GetRun(0); value != cursor.GetRun(0) + count; ++value) {
         const std::size_t place = places[row++] - begin;  // beyond all places for a case before the stretch
-        if (place < stretch.size()) stretch[place] = *value;
+        if (place < size) stretch[place] = *value;
       }
     }
-    const std::size_t end = std::min(stretch.size(), places.size() - begin);
+    const std::size_t end = std::min(size, places.size() - begin);
     for (std::size_t from = 0; from < end;) {
       const std::size_t count = std::min(end - from, sorted->GetRoom());
-      std::copy_n(stretch.data() + from, count, sorted->GetTail(0));
+      std::copy_n(stretch.get() + from, count, sorted->GetTail(0));
       sorted->Advance(count);
       from += count;
     }

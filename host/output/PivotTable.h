@@ -2,6 +2,7 @@
 // is laid out is the readers' affair (TableLayout).
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,7 @@ namespace BayesHost {
 struct Category {
   const ShownText& GetLabel() const { return *fpLabel; }
 
-  SharedText fpLabel;
+  const ShownText* fpLabel = nullptr;
   int fParent = -1;  // -1: directly under the dimension
   bool fIsGroup = false;
   bool fShowLabel = true;
@@ -28,7 +29,7 @@ struct Dimension {
 
   const ShownText& GetLabel() const { return *fpLabel; }
 
-  SharedText fpLabel;
+  const ShownText* fpLabel = nullptr;
   Role fRole = Role::Row;
   int fOrder = 0;  // among the dimensions of the same role
   std::vector<Category> fvCategories;
@@ -44,7 +45,7 @@ struct Dimension {
 struct Footnote {
   const ShownText& GetText() const { return *fpText; }
 
-  SharedText fpText;
+  const ShownText* fpText = nullptr;
   bool fOnTable = false;
 };
 
@@ -80,7 +81,7 @@ class PivotTable {
   const ShownText& GetTitle() const { return *fpTitle; }
   const ShownText& GetSubtype() const { return *fpSubtype; }
   // Null when there is none.
-  const ShownText* GetCaption() const { return fpCaption.get(); }
+  const ShownText* GetCaption() const { return fpCaption; }
   int GetMinDataColumnWidth() const { return fMinDataColumnWidth; }
   const std::vector<Dimension>& GetDimensions() const { return fvDimensions; }
   const std::vector<Footnote>& GetFootnotes() const { return fvFootnotes; }
@@ -91,9 +92,9 @@ class PivotTable {
   int FindOrAddNote(const ShownText& text);
 
   std::shared_ptr<TextPool> fpPool;
-  SharedText fpTitle;
-  SharedText fpSubtype;
-  SharedText fpCaption;
+  const ShownText* fpTitle;
+  const ShownText* fpSubtype;
+  const ShownText* fpCaption = nullptr;
   int fMinDataColumnWidth = 0;
   std::vector<Dimension> fvDimensions;
   std::vector<Footnote> fvFootnotes;

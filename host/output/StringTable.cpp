@@ -87,7 +87,9 @@ std::string FillPlaceholders(std::string_view pattern, const Arguments& argument
         filled += arguments[static_cast<std::size_t>(place) - 1].GetText();
       i += 2;
     } else {
-      filled += pattern[i++];
+      const std::size_t next = std::min(pattern.find_first_of("[^", i + 1), pattern.size());
+      filled += pattern.substr(i, next - i);
+      i = next;
     }
   }
   return filled;

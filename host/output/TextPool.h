@@ -1,30 +1,24 @@
 #pragma once
 
-#include <memory>
 #include <unordered_set>
 
 #include "host/output/ShownText.h"
 
 namespace BayesHost {
 
-// Texts that stand in many places of a document: with a table for each of a hundred thousand groups of cases,
-// every label is there as often.
-using SharedText = std::shared_ptr<const ShownText>;
-
-// Hands out one copy of each different text.
+// Keeps one copy of each different text of a document: with a table for each of a hundred thousand groups of
+// cases, every label is there as often.
 class TextPool {
  public:
-  SharedText Share(const ShownText& text);
+  // The copy, which lives as long as the pool.
+  const ShownText* Share(const ShownText& text) { return &*fTexts.insert(text).first; }
 
  private:
   struct Hash {
-    std::size_t operator()(const SharedText& text) const;
-  };
-  struct Equal {
-    bool operator()(const SharedText& a, const SharedText& b) const { return *a == *b; }
+    std::size_t operator()(const ShownText& text) const;
   };
 
-  std::unordered_set<SharedText, Hash, Equal> fTexts;
+  std::unordered_set<ShownText, Hash> fTexts;
 };
 
 }  // namespace BayesHost

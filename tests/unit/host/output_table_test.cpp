@@ -75,6 +75,50 @@ TEST(OutputTable, CategoryStaysCurrentUntilItsDimensionGetsAnother) {
   EXPECT_THROW(table.AddDimension(Text("late")), std::logic_error);
 }
 
+// Far more cells than a store looks through one by one, in the order of neither dimension.
+TEST(OutputTable, EveryCellIsFoundByItsCategoriesAlone) {
+  constexpr int kCategories = 61;
+  const auto numberAt = [](int row, int column) { return row * 1000.0 + column; };
+  BayesHost::CellStore cells;
+  for (int i = 0; i < kCategories * kCategories; ++i) {
+    const std::array address{i * 7 % kCategories, i / kCategories};
+    if ((address[0] + address[1]) % 3 == 0) continue;
+    const double number = numberAt(address[0], address[1]);
+    cells.Write(address, "first", std::nullopt);
+    cells.Write(address, std::to_string(number), number);
+  }
+  std::size_t found = 0;
+  for (int row = 0; row < kCategories; ++row)
+    for (int column = 0; column < kCategories; ++column) {
+      const auto cell = cells.Find(std::array{row, column});
+      ASSERT_EQ(cell.has_value(), (row + column) % 3 != 0) << row << ' ' << column;
+      if (!cell) continue;
+      ++found;
+      ASSERT_EQ(cell->fNumber, numberAt(row, column));
+      ASSERT_EQ(cell->fText, std::to_string(numberAt(row, column)));
+    }
+  EXPECT_EQ(found, cells.Count());
+  EXPECT_FALSE(cells.Find(std::array{0, kCategories}));
+}
+
+TEST(OutputTable, CellBearsEachNoteOnceAndMayHoldNothingElse) {
+  BayesHost::CellStore cells;
+  const std::array noted{0, 0};
+  const std::array text{0, 1};
+  cells.Note(noted, 4);
+  cells.Note(noted, 2);
+  cells.Note(noted, 4);
+  cells.Write(text, "", std::nullopt);
+  EXPECT_THAT(cells.Find(noted)->fNotes, ElementsAre(4, 2));
+  EXPECT_FALSE(cells.Find(noted)->fIsWritten);
+  EXPECT_TRUE(cells.Find(text)->fIsWritten);
+  EXPECT_EQ(cells.Find(text)->fNumber, std::nullopt);
+  cells.Write(noted, "1", 1.0);
+  EXPECT_TRUE(cells.Find(noted)->fIsWritten);
+  EXPECT_THAT(cells.Find(noted)->fNotes, ElementsAre(4, 2));
+  EXPECT_EQ(cells.Count(), 2U);
+}
+
 TEST(OutputTable, LettersFollowTheFirstAppearance) {
   PivotTable table = MakeTable();
   SetCell(table, "a", -1, "N");
@@ -156,7 +200,7 @@ TEST(OutputTable, OneDimensionShowsCategoriesWithoutCells) {
   SetCell(table, "a", -1, "N");
   const TableLayout layout(table);
   ASSERT_EQ(layout.GetRows().fvLines.size(), 2U);
-  EXPECT_EQ(layout.FindCell({}, layout.GetRows().fvLines[0], layout.GetColumns().fvLines[0]), std::nullopt);
+  EXPECT_FALSE(layout.FindCell({}, layout.GetRows().fvLines[0], layout.GetColumns().fvLines[0]).has_value());
 }
 
 }  // namespace
