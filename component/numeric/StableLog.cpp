@@ -21,7 +21,7 @@ double StirlingRemainder(double x) {
 double Deviance(double x, double m) {
   if (x == 0) return m;
   // Sums of halves and tenths: x + m itself may leave the range of numbers.
-  if (std::abs(x - m) >= 0.1 * x + 0.1 * m) return x * std::log(x / m) + m - x;
+  if (std::abs(x - m) >= 0.1 * x + 0.1 * m) return x * std::log(x / m) - (x - m);
   // Near x = m: a series in r = (x - m)/(x + m), from ln(x/m) = 2 atanh r.
   const double r = (0.5 * x - 0.5 * m) / (0.5 * x + 0.5 * m);
   double sum = (x - m) * r;
