@@ -74,11 +74,13 @@ bool HasFlatMean(const Settings& settings) {
   return settings.GetMeanDistType() == BSNConst::Diffuse;
 }
 
-bool HasFlatPrior(const Settings& settings) {
+bool HasFlatVariance(const Settings& settings) {
   const BSNConst::DistTypes prior = settings.GetPriorDistType();
-  const bool flatVariance =
-      prior == BSNConst::Diffuse || prior == BSNConst::Jeffreys2 || prior == BSNConst::Jeffreys4;
-  return !IsCount(settings) && settings.GetPriorType() == BSNConst::Conjugate && flatVariance &&
+  return prior == BSNConst::Diffuse || prior == BSNConst::Jeffreys2 || prior == BSNConst::Jeffreys4;
+}
+
+bool HasFlatPrior(const Settings& settings) {
+  return IsNormal(settings) && settings.GetPriorType() == BSNConst::Conjugate && HasFlatVariance(settings) &&
          HasFlatMean(settings);
 }
 
@@ -129,7 +131,8 @@ struct Idle {
   Words parameters;
   bool (*isIdle)(const Settings&);
   const char* message;
-  const char* reason = nullptr;  // null: the command's name
+  const char* reason = nullptr;   // null: the command's name
+  const char* partner = nullptr;  // idle only in a subcommand that gives this parameter too; null: in any
 };
 
 // The first reason that holds for a parameter is the one that is told.
@@ -146,7 +149,7 @@ const std::vector<Idle>& Rows() {
     {kAnv, "PREDICT", {"REGRESSORS"}, &Always, kOnlyWith, "BAYES REGRESSION"},
 
     {kAll & ~kModels, "CRITERIA", {"CILEVEL"}, &HasNoPosterior, kOnlyWith, kWithPosterior},
-    {kTests, "PRIOR", {"VARDIST", "PRECDIST", "MEANDIST", "KAPPA"}, &HasNoPosterior, kOnlyWith, kWithPosterior},
+    {kTests, "PRIOR", {"TYPE", "VARDIST", "PRECDIST", "MEANDIST", "KAPPA"}, &HasNoPosterior, kOnlyWith, kWithPosterior},
     {kOne | kRel | kCor, "CRITERIA", {"METHOD", "MCSAMPLES"}, &HasNoBayesFactor, kOnlyWith, kWithBayesFactor},
     {kOne | kRel, "CRITERIA", {"SEED"}, &HasNoBayesFactor, kOnlyWith, kWithBayesFactor},
     {kTests | kModels, "CRITERIA", {"TOL", "MAXITER"}, &HasNoBayesFactor, kOnlyWith, kWithBayesFactor},
@@ -155,6 +158,7 @@ const std::vector<Idle>& Rows() {
     {kInd | kCor | kModels, "ESTBF", {"COMPUTATION", "COMPARE", "TYPE", "NULLVALUE"}, &HasNoBayesFactor, kOnlyWith, kWithBayesFactor},
 
     {kOne, "DATA", {"NULLPRIORPARAM"}, &HasNullValues, kBeside, "NULLVALUE"},
+    {kOne, "DATA", {"NULLPRIORPARAM"}, &Always, kBeside, "NULLVALUE", "NULLVALUE"},
     {kOne | kRel, "CRITERIA", {"METHOD", "SEED", "TOL", "MAXITER", "MCSAMPLES"}, &HasNoIntegral, kBeside, "VARIANCE, ALTERGVALUE"},
     {kOne | kRel, "CRITERIA", {"SEED", "MCSAMPLES"}, &IsQuadrature, kOnlyWith, "METHOD=MCA"},
     {kOne | kRel, "CRITERIA", {"TOL", "MAXITER"}, &IsMonteCarlo, kOnlyWith, "METHOD=AGL"},
@@ -167,6 +171,7 @@ const std::vector<Idle>& Rows() {
     {kOne | kRel, "PRIOR", {"VARDIST", "PRECDIST", "KAPPA"}, &HasKnownVariances, kBeside, "VARIANCE"},
     {kInd, "PRIOR", {"VARDIST", "PRECDIST", "EQUALDATAVAR"}, &HasKnownVariances, kBeside, "DATAVAR"},
     {kOne | kRel, "PRIOR", {"KAPPA"}, &HasFlatMean, kOnlyWith, "MEANDIST=NORMAL"},
+    {kOne | kRel, "PRIOR", {"KAPPA"}, &HasFlatVariance, kOnlyWith, "VARDIST=INVCHISQ, INVGAMMA, PRECDIST"},
     {kTests, "PRIOR", {"TYPE"}, &HasFlatPrior, kOnlyWith, "VARDIST, PRECDIST, MEANDIST=NORMAL"},
 
     {kCor, "ESTBF", {"TYPE"}, &IsRankCorrelation, kOnlyWith, "CORR=PEARSON"},
@@ -179,9 +184,10 @@ const std::vector<Idle>& Rows() {
 }
 // clang-format on
 
-bool Names(const std::vector<const SubComObj*>& subcommands, const char* parameter) {
+bool Names(const std::vector<const SubComObj*>& subcommands, const char* parameter, const char* partner) {
   return std::any_of(subcommands.begin(), subcommands.end(), [&](const SubComObj* subcommand) {
-    return subcommand->getParamObj(parameter) != nullptr;
+    return subcommand->getParamObj(parameter) != nullptr &&
+           (partner == nullptr || subcommand->getParamObj(partner) != nullptr);
   });
 }
 
@@ -194,7 +200,8 @@ void BYSParser::WarnAboutIdle(const CommandSpec& spec) const {
     std::vector<const SubComObj*> subcommands;
     spec.getSubComObj(row.subcommand, subcommands);
     for (const char* parameter : row.parameters) {
-      if (!Names(subcommands, parameter) || !told.emplace(row.subcommand, parameter).second) continue;
+      if (!Names(subcommands, parameter, row.partner)) continue;
+      if (!told.emplace(row.subcommand, parameter).second) continue;
       fMessage.GenericWarning(row.message, parameter, row.subcommand,
                               row.reason == nullptr ? fDescriptor.GetCommandName() : row.reason);
     }

@@ -20,15 +20,16 @@ double StirlingRemainder(double x) {
 
 double Deviance(double x, double m) {
   if (x == 0) return m;
-  if (std::abs(x - m) >= 0.1 * (x + m)) return x * std::log(x / m) + m - x;
+  // Sums of halves and tenths: x + m itself may leave the range of numbers.
+  if (std::abs(x - m) >= 0.1 * x + 0.1 * m) return x * std::log(x / m) - (x - m);
   // Near x = m: a series in r = (x - m)/(x + m), from ln(x/m) = 2 atanh r.
-  const double r = (x - m) / (x + m);
+  const double r = (0.5 * x - 0.5 * m) / (0.5 * x + 0.5 * m);
   double sum = (x - m) * r;
-  double power = 2 * x * r;
+  double power = 2 * r * x;
   for (int k = 3;; k += 2) {
     power *= r * r;
     const double next = sum + power / k;
-    if (next == sum) return sum;
+    if (!(std::abs(next - sum) > 0)) return sum;  // NaN too: an argument that isn't finite
     sum = next;
   }
 }

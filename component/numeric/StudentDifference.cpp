@@ -63,6 +63,7 @@ double StudentDifference::DistanceToQuantile(double tail) const {
   if (tail == 0.5) return 0;
   // One of the two is beyond its own quantile whenever the sum is beyond the sum of these.
   const double bound = fWide.UpperQuantile(tail / 2) + fNarrow.UpperQuantile(tail / 2);
+  if (!std::isfinite(bound)) return bound;  // a scale that left the range of numbers
   const auto excess = [this, tail](double distance) { return UpperProbability(distance) / tail - 1; };
   std::uintmax_t iterations = 100;
   const boost::math::tools::eps_tolerance<double> tolerance(42);
