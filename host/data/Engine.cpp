@@ -15,7 +15,7 @@ namespace BayesHost {
 namespace {
 
 constexpr std::size_t kLeastBufferBytes = std::size_t{1} << 20;
-constexpr std::size_t kMostBufferBytes = std::size_t{2} << 20;
+constexpr std::size_t kMostBufferBytes = std::size_t{16} << 20;
 
 std::string TakeText(const char* text) {
   return text == nullptr ? "unknown error" : text;
@@ -86,8 +86,8 @@ std::unique_ptr<Engine::State> Engine::Open() const {
 }
 
 // The streaming buffer belongs to the connection: among the engine's own settings it has no effect. While its
-// default of 1 MB is full all threads but one wait. The files come before the access: once that is off the
-// list can't grow.
+// default of 1 MB is full all threads but one wait; beyond 16 MB new memory costs more than that. The files
+// come before the access: once that is off the list can't grow.
 void Engine::Lock(const State& state) const {
   std::string files;
   for (const auto& file : fOptions.fvFiles) files += (files.empty() ? "" : ", ") + QuoteFile(file);
