@@ -120,10 +120,12 @@ PairInference InferKendall(const PairSample& sample, const BSNSettings& settings
   SetBayesFactor(
       inference, settings,
       [&] {
-        const LogIntegral integral = PeakedIntegral(lnF, likelihood.Width(), quadrature).Result();
+        const LogIntegral integral = PeakedIntegral(lnF, likelihood.WidthTimes(c), quadrature).Result();
         return LogIntegral{bayesFactorOf(integral.fLogValue), integral.fConverged};
       },
-      [&] { return bayesFactorOf(LogPeakedIntegral(lnF, likelihood.Width(), SamplesOf(settings), random)); });
+      [&] {
+        return bayesFactorOf(LogPeakedIntegral(lnF, likelihood.WidthTimes(c), SamplesOf(settings), random));
+      });
   if (!WantsPosterior(settings)) return inference;
   SetPosterior(inference, likelihood.Posterior(c, quadrature));
   if (!sample.fIsDrawn) return inference;

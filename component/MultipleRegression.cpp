@@ -178,6 +178,7 @@ std::unique_ptr<BSNOutputStats> MultipleRegression::Finish() {
   if (WantsBayesFactor(fSettings)) FillBayesFactor(fit, *record);
   record->fvPredictionPoint = PredictionPoint();
   const RegressionInference inference(fSettings, fModel, fit, fStatuses);
+  if (fStatuses.Error().IsError()) return nullptr;
   if (WantsPosterior(fSettings)) inference.Report(*record);
   record->fDependent = fSettings.GetDependentVar();
   record->fFrequencyWeight = fSettings.GetFrequencyWeightVar();

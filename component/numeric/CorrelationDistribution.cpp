@@ -14,8 +14,7 @@ CorrelationDistribution::CorrelationDistribution(const CoefficientScale& scale, 
       fAnchor(anchor),
       fLnDensity(std::move(lnDensity)),
       fIntegral(fLnDensity, width, quadrature),
-      fMode(mode),
-      fConverged(fIntegral.Result().fConverged) {
+      fMode(mode) {
   SetMoments();
   Tabulate(quadrature.Tolerance());
 }
@@ -24,10 +23,9 @@ CorrelationDistribution::CorrelationDistribution(const CoefficientScale& scale, 
 void CorrelationDistribution::SetMoments() {
   const double peak = fIntegral.Peak();
   const auto shift = [&](double d) { return fScale.fDifference(fAnchor + peak, d - peak); };
-  const double mean = fIntegral.MeanOf(shift);
-  const auto square = [&](double d) { return std::pow(shift(d) - mean, 2); };
-  fMean = fScale.fValue(fAnchor + peak) + mean;
-  fVariance = fIntegral.MeanOf(square);
+  const PeakedIntegral::Moments shifts = fIntegral.MomentsOf(fLnDensity, shift);
+  fMean = fScale.fValue(fAnchor + peak) + shifts.fMean;
+  fVariance = shifts.fMeanSquare - shifts.fMean * shifts.fMean;
 }
 
 void CorrelationDistribution::Tabulate(double tolerance) {
@@ -37,7 +35,7 @@ void CorrelationDistribution::Tabulate(double tolerance) {
     fvMasses.push_back(MassBetween(fvEdges[i], fvEdges[i + 1]));
   }
   const double total = std::accumulate(fvMasses.begin(), fvMasses.end(), 0.0);
-  fConverged = fConverged && std::abs(total - 1) <= std::max(tolerance, kRounding);
+  fConverged = fIntegral.Result().fConverged && std::abs(total - 1) <= std::max(tolerance, kRounding);
 }
 
 double CorrelationDistribution::MassBetween(double from, double to) const {

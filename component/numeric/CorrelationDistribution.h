@@ -43,7 +43,7 @@ class CorrelationDistribution : public Distribution {
   std::optional<double> fMode;
   double fMean = 0;
   double fVariance = 0;
-  bool fConverged;
+  bool fConverged = false;
   // Edges of panels, in distances, and the probability of each panel.
   std::vector<double> fvEdges;
   std::vector<double> fvMasses;

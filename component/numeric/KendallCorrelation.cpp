@@ -41,8 +41,10 @@ double KendallLikelihood::LogBF01(double tau0, double c, double lnIntegral) cons
   return -residual * residual / 2 - (lnIntegral - lnBeta);
 }
 
-double KendallLikelihood::Width() const {
-  return std::min(1.0, std::exp(-kKendallScale.fLogSlope(fAnchor)) / fSlope);
+// The narrower one of likelihood and prior.
+double KendallLikelihood::WidthTimes(double c) const {
+  const double ofPrior = 1 / std::sqrt(std::max(2 * c + 2, 1.0));
+  return std::min(ofPrior, std::exp(-kKendallScale.fLogSlope(fAnchor)) / fSlope);
 }
 
 // The log density of tau is a parabola plus (2c + 1) ln cos(pi tau/2): concave, with its largest value where
@@ -66,7 +68,7 @@ std::optional<double> KendallLikelihood::Mode(double c) const {
 std::unique_ptr<CorrelationDistribution> KendallLikelihood::Posterior(double c,
                                                                       const GaussLobatto& quadrature) const {
   if (!CorrelationPrior(c).IsProper()) return nullptr;
-  return std::make_unique<CorrelationDistribution>(kKendallScale, fAnchor, Times(c), Width(), Mode(c),
+  return std::make_unique<CorrelationDistribution>(kKendallScale, fAnchor, Times(c), WidthTimes(c), Mode(c),
                                                    quadrature);
 }
 

@@ -19,12 +19,11 @@ class KendallLikelihood {
   double LogOf(double tau) const;
   // u of the value at which the likelihood is largest, or of the last one before +-1.
   double Anchor() const { return fAnchor; }
-  // Rough width of the likelihood in u.
-  double Width() const;
 
   // The likelihood times (1 - rho^2)^c drho/du as a function of the distance in u from Anchor(): a
-  // posterior's density of u.
+  // posterior's density of u, and the rough width of its peak.
   LogFunction Times(double c) const;
+  double WidthTimes(double c) const;
   // ln BF01 of tau = tau0 under that prior, normalised, from ln of the integral of the above.
   double LogBF01(double tau0, double c, double lnIntegral) const;
 

@@ -54,6 +54,13 @@ double LogProbabilityOfOne(double rows, double precision) {
   return sum;
 }
 
+// ln of x (x + 1) ... (x + n - 1), term by term: logarithms of gamma functions of a large x cancel.
+double LogRisingFactorial(double x, double n) {
+  double sum = 0;
+  for (double i = 0; i < n; ++i) sum += std::log(x + i);
+  return sum;
+}
+
 // ln of 1 - exp(x) for x < 0.
 double LogComplement(double x) {
   return std::log(-std::expm1(x));
@@ -205,8 +212,8 @@ double LogEvidenceOfPartitions(const ContingencyTable& counts, const PartitionPr
     lnSum[set] = sum.Value() + std::log(sum.Count());
   }
   const auto n = static_cast<double>(rows);
-  const double lnRising = std::lgamma(prior.fPrecision + n) - std::lgamma(prior.fPrecision);
-  return lnSum[all] - lnRising - LogComplement(LogProbabilityOfOne(n, prior.fPrecision));
+  return lnSum[all] - LogRisingFactorial(prior.fPrecision, n) -
+         LogComplement(LogProbabilityOfOne(n, prior.fPrecision));
 }
 
 LogIntegral LogEvidenceOfPartitionsByDraws(const ContingencyTable& counts, const PartitionPrior& prior,

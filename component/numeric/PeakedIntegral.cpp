@@ -18,6 +18,7 @@ constexpr double kFirstStep = 0.5;
 constexpr int kMostHalvings = 10;
 // Halving the step squares the error, so that this difference leaves one of about 1e-16.
 constexpr double kSmallEnough = 1e-8;
+constexpr double kSettledMoment = 1e-5;  // likewise, leaves about 1e-10
 
 // From 0 by steps that double, first of size `step`: the first point at which the function is below `floor`.
 double FirstBelow(const LogFunction& lnF, double step, double floor) {
@@ -51,19 +52,35 @@ double FindPeakNearZero(const LogFunction& lnF, double width) {
   return (a + b) / 2;
 }
 
+struct MomentSums {
+  double fWeight = 0;
+  double fFirst = 0;
+  double fSecond = 0;
+
+  void Add(double weight, double value) {
+    fWeight += weight;
+    fFirst += weight * value;
+    fSecond += weight * value * value;
+  }
+  PeakedIntegral::Moments Means() const { return {fFirst / fWeight, fSecond / fWeight}; }
+};
+
 }  // namespace
 
 PeakedIntegral::PeakedIntegral(const LogFunction& lnF, double width, const GaussLobatto& limits)
-    : fWidth(width), fPeak(FindPeakNearZero(lnF, width)), fLnPeak(lnF(fPeak)), fStep(kFirstStep) {
+    : fWidth(width),
+      fPeak(FindPeakNearZero(lnF, width)),
+      fLnPeak(lnF(fPeak)),
+      fStep(kFirstStep),
+      fMostHalvings(std::min(limits.MaxRefinements(), kMostHalvings)) {
   fvNodes.push_back(NodeAt(lnF, 0));
   fFirst = FindEnd(lnF, -fStep);
   fLast = FindEnd(lnF, fStep);
   const double target = std::min(limits.Tolerance(), kSmallEnough);
   double integral = Sum();
   double change = integral;
-  for (int i = 0; i < std::min(limits.MaxRefinements(), kMostHalvings) && change > target * integral; ++i) {
-    for (double t = fFirst + fStep / 2; t < fLast; t += fStep) fvNodes.push_back(NodeAt(lnF, t));
-    fStep /= 2;
+  while (CanHalve() && change > target * integral) {
+    Halve(lnF);
     change = std::abs(std::exchange(integral, Sum()) - integral);
   }
   fResult = {fLnPeak + std::log(integral), change <= limits.Tolerance() * integral};
@@ -85,6 +102,13 @@ double PeakedIntegral::FindEnd(const LogFunction& lnF, double step) {
   return t;
 }
 
+void PeakedIntegral::Halve(const LogFunction& lnF) {
+  fCoarse = fvNodes.size();
+  for (double t = fFirst + fStep / 2; t < fLast; t += fStep) fvNodes.push_back(NodeAt(lnF, t));
+  fStep /= 2;
+  ++fHalvings;
+}
+
 double PeakedIntegral::Sum() const {
   double sum = 0;
   for (const Node& node : fvNodes) sum += node.fWeight;
@@ -98,10 +122,23 @@ std::vector<double> PeakedIntegral::PanelEdges() const {
   return edges;
 }
 
-double PeakedIntegral::MeanOf(const std::function<double(double)>& value) const {
-  double sum = 0;
-  for (const Node& node : fvNodes) sum += node.fWeight * value(node.fAt);
-  return sum * fStep / Sum();
+PeakedIntegral::Moments PeakedIntegral::MomentsOf(const LogFunction& lnF,
+                                                  const std::function<double(double)>& value) {
+  for (;;) {
+    MomentSums coarse, fine;
+    for (std::size_t i = 0; i < fvNodes.size(); ++i) {
+      if (i == fCoarse) coarse = fine;
+      fine.Add(fvNodes[i].fWeight, value(fvNodes[i].fAt));
+    }
+    const Moments moments = fine.Means();
+    const double change = std::abs(moments.fMeanSquare - coarse.Means().fMeanSquare);
+    const bool isSettled = change <= kSettledMoment * moments.fMeanSquare;
+    if (isSettled || !CanHalve()) {
+      fResult.fConverged = fResult.fConverged && isSettled;
+      return moments;
+    }
+    Halve(lnF);
+  }
 }
 
 double SmoothIntegral(const std::function<double(double)>& f, double from, double to) {

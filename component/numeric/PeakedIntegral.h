@@ -6,6 +6,7 @@
 // 9:721-741.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -20,13 +21,19 @@ class PeakedIntegral {
   // the tolerance counts, and the refinements as halvings of the step.
   PeakedIntegral(const LogFunction& lnF, double width, const GaussLobatto& limits);
 
+  struct Moments {
+    double fMean;
+    double fMeanSquare;
+  };
+
   const LogIntegral& Result() const { return fResult; }
   // To a small part of the width.
   double Peak() const { return fPeak; }
   // Panels from one negligible end of the function to the other, each smooth enough for SmoothIntegral.
   std::vector<double> PanelEdges() const;
-  // The mean of a function under the integrand, taken as a density.
-  double MeanOf(const std::function<double(double)>& value) const;
+  // The moments of a value under the integrand, taken as a density. Far from the peak a value may change in
+  // steps too long for it: they are halved until the moments settle, too. `lnF`: the integrand once more.
+  Moments MomentsOf(const LogFunction& lnF, const std::function<double(double)>& value);
 
  private:
   // The integrand in the substituted variable, relative to its peak.
@@ -38,6 +45,8 @@ class PeakedIntegral {
   Node NodeAt(const LogFunction& lnF, double t) const;
   double FindEnd(const LogFunction& lnF, double step);
   double Sum() const;
+  bool CanHalve() const { return fHalvings < fMostHalvings; }
+  void Halve(const LogFunction& lnF);
 
   double fWidth;
   double fPeak;
@@ -45,7 +54,11 @@ class PeakedIntegral {
   double fFirst = 0;
   double fLast = 0;
   double fStep;
+  int fHalvings = 0;
+  int fMostHalvings;
   std::vector<Node> fvNodes;
+  // The first nodes are those of steps twice as long.
+  std::size_t fCoarse = 0;
   LogIntegral fResult;
 };
 

@@ -35,7 +35,7 @@ std::optional<double> PearsonMode(const ReducedLikelihood& likelihood, double n,
   if (c + (n - 1) / 2 <= 0) return {};
   const double z = likelihood.Anchor();
   const auto slope = [&](double d) { return likelihood.SlopeAt(d) - 2 * c * std::tanh(z + d); };
-  return std::tanh(z + FindZero(slope, likelihood.Width()));
+  return std::tanh(z + FindZero(slope, likelihood.WidthTimes(c)));
 }
 
 // ln of the integrand over ln g, a factor g from that step included. q = 1 - r^2 keeps its digits near 0.
@@ -86,8 +86,9 @@ bool IsDefined(const PearsonSample& sample, const FractionalPrior& prior) {
 ReducedLikelihood::ReducedLikelihood(const PearsonSample& sample)
     : fZ(std::atanh(sample.fR)), fN(sample.fN) {}
 
-double ReducedLikelihood::Width() const {
-  return 1 / std::sqrt(std::max(fN, 1.0));
+// At rho = 0 the curvature of the logarithm is n + 2c + 1.
+double ReducedLikelihood::WidthTimes(double c) const {
+  return 1 / std::sqrt(std::max({fN, fN + 2 * c, 1.0}));
 }
 
 double ReducedLikelihood::LogAt(double distance) const {
@@ -115,8 +116,8 @@ std::unique_ptr<CorrelationDistribution> PearsonPosterior(const PearsonSample& s
   const ReducedLikelihood likelihood(sample);
   if (!likelihood.IsProperTimes(c)) return nullptr;
   return std::make_unique<CorrelationDistribution>(kPearsonScale, likelihood.Anchor(), likelihood.Times(c),
-                                                   likelihood.Width(), PearsonMode(likelihood, sample.fN, c),
-                                                   quadrature);
+                                                   likelihood.WidthTimes(c),
+                                                   PearsonMode(likelihood, sample.fN, c), quadrature);
 }
 
 double LogProfileLikelihood(const PearsonSample& sample, double distance) {
@@ -159,7 +160,7 @@ LogIntegral LogBF01Fractional(const PearsonSample& sample, double rho0, const Fr
   for (const auto& [n, sign] : {std::pair(sample.fN, 1.0), {sample.fN * prior.fB, -1.0}}) {
     const ReducedLikelihood likelihood({sample.fR, n});
     const LogIntegral integral =
-        PeakedIntegral(likelihood.Times(prior.fC), likelihood.Width(), quadrature).Result();
+        PeakedIntegral(likelihood.Times(prior.fC), likelihood.WidthTimes(prior.fC), quadrature).Result();
     result.fLogValue += sign * LogRatioAt(likelihood, rho0, integral.fLogValue);
     result.fConverged = result.fConverged && integral.fConverged;
   }
@@ -173,7 +174,7 @@ double LogBF01Fractional(const PearsonSample& sample, double rho0, const Fractio
   for (const auto& [n, sign] : {std::pair(sample.fN, 1.0), {sample.fN * prior.fB, -1.0}}) {
     const ReducedLikelihood likelihood({sample.fR, n});
     const double lnIntegral =
-        LogPeakedIntegral(likelihood.Times(prior.fC), likelihood.Width(), samples, random);
+        LogPeakedIntegral(likelihood.Times(prior.fC), likelihood.WidthTimes(prior.fC), samples, random);
     lnBF01 += sign * LogRatioAt(likelihood, rho0, lnIntegral);
   }
   return lnBF01;

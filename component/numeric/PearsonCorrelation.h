@@ -25,10 +25,10 @@ class ReducedLikelihood {
   // Derivative of the above.
   double SlopeAt(double distance) const;
   double Anchor() const { return fZ; }
-  double Width() const;
 
-  // The same times (1 - rho^2)^c drho/du: a posterior's density of u.
+  // The same times (1 - rho^2)^c drho/du: a posterior's density of u, and the rough width of its peak.
   LogFunction Times(double c) const;
+  double WidthTimes(double c) const;
   // Whether that has a finite integral.
   bool IsProperTimes(double c) const { return fN + 1 + 2 * c > 0; }
 

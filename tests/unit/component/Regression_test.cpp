@@ -565,6 +565,15 @@ const StatusRow kStatuses[] = {
      {410020},
      5,
      7},
+    {"prior means of all levels, and no posterior to say more of",
+     [](BSNSettings& s) {
+       MakeConjugate(s);
+       s.SetPriorMeans({0, 0, 0, 0, 0, 0, 0});
+     },
+     6,
+     {410020},
+     5,
+     7},
     {"a diagonal for a matrix",
      [](BSNSettings& s) {
        MakeConjugate(s);

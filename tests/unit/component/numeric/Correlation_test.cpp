@@ -108,6 +108,42 @@ TEST(PearsonPosterior, NumbersBelongToItsDensity) {
   }
 }
 
+// Near +-1 a long tail makes most of the variance. From integrals in 40 digits.
+TEST(PearsonPosterior, VarianceHoldsItsLongTail) {
+  const struct {
+    SampleRow fSample;
+    double fVariance;
+  } rows[] = {{{0.5, 12, 0}, 5.494268001607358e-2},
+              {{0.9999, 8, 0}, 1.178872288939515e-6},
+              {{0.999999, 8, 1}, 1.983708352436116e-6},
+              {{-0.9999995, 5, -0.9}, 8.092323462765961e-9}};
+  for (const auto& [sample, variance] : rows) {
+    const auto posterior = PearsonPosterior({sample.fR, sample.fN}, sample.fC, kQuadrature);
+    ASSERT_TRUE(posterior && posterior->HasConverged());
+    EXPECT_NEAR(*posterior->Variance() / variance, 1, 1e-8) << sample.fR;
+  }
+}
+
+// A prior of c = 1e8 is nearly normal with the variance 1/(2c) in rho, whatever the data say.
+TEST(CorrelationPosterior, HoldsAnyPriorBesideAnyLikelihood) {
+  constexpr double kC = 1e8;
+  for (const double r : {-0.99, 0.0, 0.3}) {
+    SCOPED_TRACE(r);
+    const auto pearson = PearsonPosterior({r, 10}, kC, kQuadrature);
+    const auto kendall = KendallLikelihood(r, 10).Posterior(kC, kQuadrature);
+    for (const auto& [posterior, scale] :
+         {std::pair(pearson.get(), 1.0), {kendall.get(), std::numbers::inv_pi * 2}}) {
+      ASSERT_TRUE(posterior && posterior->HasConverged());
+      const double sd = scale / std::sqrt(2 * kC);
+      EXPECT_NEAR(std::sqrt(*posterior->Variance()) / sd, 1, 1e-5);
+      EXPECT_NEAR((posterior->UpperQuantile(0.025) - *posterior->Mean()) / sd, 1.959964, 1e-4);
+    }
+    const LogIntegral fractional = LogBF01Fractional({r, 10}, 0, {kC, 0.5}, kQuadrature);
+    EXPECT_TRUE(fractional.fConverged);
+    EXPECT_NEAR(fractional.fLogValue, 0, 1e-5);
+  }
+}
+
 TEST(PearsonPosterior, IsProperJustInside) {
   EXPECT_TRUE(PearsonPosterior({0.3, 5}, -2.9, kQuadrature));
   EXPECT_FALSE(PearsonPosterior({0.3, 5}, -3, kQuadrature));
