@@ -29,7 +29,8 @@ namespace {
 
 DataSet::Limits MakeLimits(const BayesHost::RunOptions& options) {
   const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
-  return {options.fMemoryBytes, options.fThreads > 0 ? options.fThreads : static_cast<int>(cores)};
+  const int threads = options.fThreads > 0 ? options.fThreads : static_cast<int>(cores);
+  return {options.fMemoryBytes, threads, options.fParserMode == BayesHost::ParserMode::Run};
 }
 
 // What the report calls a statement; one that is none of them goes by its first word.

@@ -119,8 +119,8 @@ bool BYSProcAdapter::PreprocessRecord(double* record) {
   return HasUsableWeight(record);
 }
 
-// Beside the weight check, PreprocessRecord has nothing to do in pass 0; afterwards it depends on the
-// analysis.
+// Beside the weight check, what PreprocessRecord does in pass 0 nobody sees; afterwards it depends on the
+// analysis. Whatever is not named here goes case by case.
 bool BYSProcAdapter::TakesCasesAsTheyAre() const {
   if (fWeightSlot >= 0) return false;
   if (GetCurrentPass() == 0) return true;
@@ -131,8 +131,13 @@ bool BYSProcAdapter::TakesCasesAsTheyAre() const {
       return fGroupSourceSlot < 0;
     case BSNConst::Regression:
       return fvCovarSlots.empty();
-    default:
+    case BSNConst::Related:
+    case BSNConst::Correlation:
+    case BSNConst::Anova:
+    case BSNConst::LogLinear:
       return true;
+    default:
+      return false;
   }
 }
 

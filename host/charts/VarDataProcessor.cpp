@@ -13,10 +13,6 @@ auto FindColumn(Columns& columns, const std::string& name) {
                       [&](const auto& column) { return column.first == name; });
 }
 
-bool IsWanted() {
-  return BayesHost::Session::Current().GetOptions().fChartUse >= BayesHost::ChartUse::Document;
-}
-
 }  // namespace
 
 std::size_t VarDataProcessor::State::CountRows() const {
@@ -26,7 +22,8 @@ std::size_t VarDataProcessor::State::CountRows() const {
 }
 
 VarDataProcessor::VarDataProcessor(const std::string& dataSource)
-    : fpState(new State{IsWanted(), dataSource, {}}) {}
+    : fpState(new State{
+          BayesHost::Session::Current().GetOptions().Wants(BayesHost::ChartUse::Document), dataSource, {}}) {}
 VarDataProcessor::~VarDataProcessor() = default;
 
 void VarDataProcessor::AddVariable(const std::string& name) {

@@ -36,7 +36,7 @@ Json RowsOf(const VarDataProcessor::State& data) {
 }
 
 bool IsWanted(BayesHost::ChartUse use) {
-  return BayesHost::Session::Current().GetOptions().fChartUse >= use;
+  return BayesHost::Session::Current().GetOptions().Wants(use);
 }
 
 // A document that goes beyond what can be drawn here is still a chart: other tools draw it.

@@ -129,7 +129,7 @@ std::string XViZTemplate::GetFilledText() const {
   }
   if (!HasCurves(parsed, fpState->fSeries)) return "";
   const BayesHost::RunOptions& options = BayesHost::Session::Current().GetOptions();
-  if (options.fChartUse == BayesHost::ChartUse::Title) return kNoDocument;
+  if (!options.Wants(BayesHost::ChartUse::Document)) return kNoDocument;
   Json document = parsed;
   KeepSeries(document, fpState->fSeries);
   FillLabels(document, fpState->fvLabels);

@@ -32,7 +32,8 @@ constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
-  return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}};
+  const bool opensAhead = limits.fIsToBeRead && limits.fThreads > 1;
+  return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead};
 }
 
 }  // namespace

@@ -31,6 +31,7 @@ class BAYES_PLATFORM DataSet {
   struct Limits {
     std::size_t fMemoryBytes = std::size_t{1} << 30;
     int fThreads = 1;
+    bool fIsToBeRead = false;  // cases will be read: with several threads the engine opens ahead
   };
   using StopQuery = std::function<bool()>;
 

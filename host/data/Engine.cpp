@@ -49,7 +49,7 @@ struct Engine::State {
 };
 
 Engine::Engine(Options options) : fOptions(std::move(options)) {
-  if (fOptions.fThreads > 1) fOpening = std::async(std::launch::async, [this] { return Open(); });
+  if (fOptions.fOpensAhead) fOpening = std::async(std::launch::async, [this] { return Open(); });
 }
 
 Engine::~Engine() = default;

@@ -129,11 +129,12 @@ void WriteCell(const TableLayout& layout, const LabelledLine& layer, const Label
 
 void WriteCells(const TableLayout& layout, JsonWriter& json) {
   const auto layers = LabelLines(layout, layout.GetLayers());
+  const auto rows = LabelLines(layout, layout.GetRows());
   const auto columns = LabelLines(layout, layout.GetColumns());
   json.Key("cells");
   json.BeginArray();
   for (const auto& layer : layers)
-    for (const auto& row : LabelLines(layout, layout.GetRows()))
+    for (const auto& row : rows)
       for (const auto& column : columns)
         if (const auto cell = layout.FindCell(layer.fLine, row.fLine, column.fLine))
           WriteCell(layout, layer, row, column, *cell, json);

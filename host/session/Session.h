@@ -43,6 +43,8 @@ struct RunOptions {
   std::string fVersion;  // of the program, for files that name who wrote them
   ChartUse fChartUse = ChartUse::Drawing;
   std::string fChartStyle;  // the file of the chart colours; empty: the one of share/
+
+  bool Wants(ChartUse use) const { return fChartUse >= use; }
 };
 
 // A command and its place in the file it came from.
