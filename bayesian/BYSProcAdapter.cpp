@@ -11,7 +11,7 @@ constexpr const char* kSource = "BYSProcAdapter";
 
 // Category codes arrive as doubles.
 int RoundToCode(double value) {
-  return static_cast<int>(value + 0.5);
+  return static_cast<int>(std::lround(value));
 }
 
 bool IsCategoryKind(int kind) {

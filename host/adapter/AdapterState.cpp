@@ -1,7 +1,8 @@
 #include "host/adapter/AdapterState.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 
 #include "host/adapter/RecordLayout.h"
 
@@ -64,7 +65,7 @@ double ACAInputAdapter::State::Encode(int slot, double value) {
 
 bool ACAInputAdapter::State::IsCase(const double* record) {
   const auto holds = [&](int slot, double value) {
-    return std::memcmp(&record[slot], &value, sizeof value) == 0;
+    return std::bit_cast<std::uint64_t>(record[slot]) == std::bit_cast<std::uint64_t>(value);
   };
   const std::vector<int>& categorical = fVarSpecs.GetRecCatVars();
   return std::all_of(fvNumeric.begin(), fvNumeric.end(),

@@ -272,6 +272,7 @@ void CsvFile::MakeVariables(const std::vector<Profile>& profiles) {
 
 std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
   std::vector<std::string> wanted;
+  wanted.reserve(columns.size());
   for (const int column : columns) wanted.push_back(MakeExpression(column));
   return fmt::format("SELECT {} FROM read_csv({}, {}, columns = {{{}}})", fmt::join(wanted, ", "),
                      QuoteFile(fFile.fPath), DescribeDialect(), DeclareColumns(columns));

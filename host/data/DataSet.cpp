@@ -261,6 +261,7 @@ CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
   if (fpIndex->IsFileOrder()) return CaseCursor(FindPlaces(variables));
   SortColumns(variables);
   std::vector<ColumnPlace> places;
+  places.reserve(variables.size());
   for (const int variable : variables) places.push_back({fSorted.at(variable).get(), 0});
   return CaseCursor(places);
 }
