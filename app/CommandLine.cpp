@@ -42,7 +42,7 @@ Format GuessFormat(const std::string& file) {
 // The library's own check, which returns its complaint or throws it, under a message in our words.
 CLI::Validator Expect(const CLI::Validator& check, const std::string& expected) {
   const auto verdict = [check, expected](std::string& value) {
-    const std::string message = value + " is not allowed: expected " + expected;
+    std::string message = value + " is not allowed: expected " + expected;
     try {
       return check(value).empty() ? std::string() : message;
     } catch (const CLI::ValidationError&) {

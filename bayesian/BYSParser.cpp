@@ -133,6 +133,7 @@ void BYSParser::InitSettings() {
 
 void BYSParser::ProcessExternVars() {
   std::vector<int> splitVars;
+  splitVars.reserve(static_cast<std::size_t>(fDataSource.GetNSplitVars()));
   for (int i = 0; i < fDataSource.GetNSplitVars(); ++i) splitVars.push_back(fDataSource.GetSplitVarIndex(i));
   fSplitVars.SetVariables(splitVars);
   if (const int weight = fDataSource.GetWeightVarIndex(); weight >= 0) {

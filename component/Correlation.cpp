@@ -49,7 +49,7 @@ class MomentData : public PairData {
 // The cases themselves: ranks need them all.
 class CaseData : public PairData {
  public:
-  CaseData(const Pairs& pairs, double (*coefficient)(std::vector<WeightedPair>))
+  CaseData(const Pairs& pairs, double (*coefficient)(const std::vector<WeightedPair>&))
       : fvPairs(pairs), fpCoefficient(coefficient) {}
 
   void Add(const std::vector<double>& values, double weight) override {
@@ -74,14 +74,14 @@ class CaseData : public PairData {
 
  private:
   const Pairs& fvPairs;
-  double (*fpCoefficient)(std::vector<WeightedPair>);
+  double (*fpCoefficient)(const std::vector<WeightedPair>&);
   std::size_t fSize = 0;
   std::vector<double> fvValues;
   std::vector<double> fvWeights;
 };
 
-double SpearmanOf(std::vector<WeightedPair> pairs) {
-  return SpearmanRho(pairs);
+double KendallOf(const std::vector<WeightedPair>& pairs) {
+  return KendallTauB(pairs);
 }
 
 // The data and the method of each coefficient.
@@ -99,12 +99,12 @@ const Coefficient kCoefficients[] = {
      InferPearson},
     {BSNConst::Spearman,
      [](std::size_t, const Pairs& pairs) -> std::unique_ptr<PairData> {
-       return std::make_unique<CaseData>(pairs, SpearmanOf);
+       return std::make_unique<CaseData>(pairs, SpearmanRho);
      },
      InferSpearman},
     {BSNConst::Kendall,
      [](std::size_t, const Pairs& pairs) -> std::unique_ptr<PairData> {
-       return std::make_unique<CaseData>(pairs, KendallTauB);
+       return std::make_unique<CaseData>(pairs, KendallOf);
      },
      InferKendall},
 };

@@ -96,7 +96,7 @@ class ExtremeRanks {
   // The rank, from 1, that the given share of the draws stays within.
   std::size_t Within(double share) const {
     std::vector<std::size_t> ranks = fvRanks;
-    const double n = static_cast<double>(ranks.size());
+    const auto n = static_cast<double>(ranks.size());
     // Less a rounding error of the share.
     const double place = std::max(1.0, std::ceil(share * n - 1e-6));
     const auto nth = ranks.begin() + static_cast<std::ptrdiff_t>(place) - 1;

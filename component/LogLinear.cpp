@@ -165,7 +165,7 @@ BSNContingency ContingencyOf(const ContingencyTable& counts) {
 }
 
 MCTestStats ChiSquareTest(double statistic, const ContingencyTable& counts) {
-  const double df = static_cast<double>((counts.Rows() - 1) * (counts.Columns() - 1));
+  const auto df = static_cast<double>((counts.Rows() - 1) * (counts.Columns() - 1));
   return {Shown(statistic), df, kMissing, Shown(ChiSquareSignificance(statistic, df))};
 }
 

@@ -169,6 +169,7 @@ RegressionData::Design RegressionData::DesignOf(const std::vector<MCRegrParamete
                                                 const std::vector<int>& candidates) const {
   const Eigen::MatrixXd scatter = fScatter.Factor();
   std::vector<Column> columns;
+  columns.reserve(candidates.size());
   for (const int i : candidates) {
     columns.push_back(ColumnOf(parameters[static_cast<std::size_t>(i)], scatter));
   }

@@ -88,7 +88,7 @@ Density FlatPrior() {
   return [](double) { return 1.0; };
 }
 
-Density PriorDensity(std::shared_ptr<const Distribution> prior) {
+Density PriorDensity(const std::shared_ptr<const Distribution>& prior) {
   if (!prior) return FlatPrior();
   return [prior](double x) { return prior->Density(x); };
 }

@@ -41,7 +41,7 @@ struct Likelihood {
 
 Density FlatPrior();
 // The density of a distribution, or the flat prior for none.
-Density PriorDensity(std::shared_ptr<const Distribution> prior);
+Density PriorDensity(const std::shared_ptr<const Distribution>& prior);
 
 // 201 equally spaced points over the central 99.9 % of posterior (may be null) and normalised likelihood.
 CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior, const Density& prior);

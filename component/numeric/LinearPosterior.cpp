@@ -52,9 +52,9 @@ NormalInverseGamma NormalInverseGamma::UpdatedBy(const LinearEvidence& data) con
           fShape + data.fN / 2, fScale + factor(q, q) * factor(q, q) / 2};
 }
 
-double NormalInverseGamma::LeverageOf(Eigen::VectorXd x) const {
-  fFactor.transpose().triangularView<Eigen::Lower>().solveInPlace(x);
-  return x.squaredNorm();
+double NormalInverseGamma::LeverageOf(const Eigen::VectorXd& x) const {
+  const Eigen::VectorXd scaled = fFactor.transpose().triangularView<Eigen::Lower>().solve(x);
+  return scaled.squaredNorm();
 }
 
 Eigen::MatrixXd NormalInverseGamma::SquaredScales() const {

@@ -35,7 +35,7 @@ class NormalInverseGamma {
   double DF() const { return 2 * fShape; }
   double LocationOf(const Eigen::VectorXd& x) const { return x.dot(fLocation); }
   // x'Vx.
-  double LeverageOf(Eigen::VectorXd x) const;
+  double LeverageOf(const Eigen::VectorXd& x) const;
   // sigma^2 as it scales those distributions: their squared scale is this times x'Vx.
   double SquaredScale() const { return fScale / fShape; }
   const Eigen::VectorXd& Location() const { return fLocation; }

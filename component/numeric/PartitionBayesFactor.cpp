@@ -113,7 +113,7 @@ class Imputation {
     std::vector<double> first = fvRows[order[0]];
     double lnTogether = 0;
     for (std::size_t j = 1; j < order.size(); ++j) {
-      const double placed = static_cast<double>(j);
+      const auto placed = static_cast<double>(j);
       const double lnRow = fvRowEvidence[order[j]];
       openings.push_back(lnTogether + std::log(fPrecision / (fPrecision + placed)));
       target.push_back(openings.back() + fEvidence.LogOf(first) + lnRow);

@@ -115,10 +115,9 @@ class TiltedGroup {
     std::complex<double> product = 1;
     double shift = -fCases;
     for (const TiltedCell& cell : fvCells) {
-      std::complex<double> sum = 0;
-      for (auto p = cell.fvProbabilities.rbegin(); p != cell.fvProbabilities.rend(); ++p)
-        sum = sum * turn + *p;
-      product *= sum;
+      const auto& p = cell.fvProbabilities;
+      product *= std::accumulate(p.rbegin(), p.rend(), std::complex<double>(0),
+                                 [turn](const auto& sum, double next) { return sum * turn + next; });
       shift += cell.fFirst;
     }
     return product * std::polar(1.0, angle * shift);
@@ -237,7 +236,7 @@ Eigen::MatrixXd TrainingMargins::CovarianceOfMargins() const {
 
 // Minus the second derivatives of the log target in the roots y: those in ln P, times 2/y on both sides.
 void TrainingMargins::SetPrecision() {
-  const double cases = static_cast<double>(fvMoments.size());
+  const auto cases = static_cast<double>(fvMoments.size());
   Eigen::MatrixXd precision = -CovarianceOfMargins();
   fMode.resize(precision.rows());
   Eigen::Index next = 0;
@@ -277,7 +276,7 @@ double TrainingMargins::LogTarget(const Probabilities& rows, const Probabilities
 
 double TrainingMargins::DrawLogWeight(RandomStream& random) const {
   const Eigen::Index size = fPrecisionRoot.rows();
-  const double d = static_cast<double>(size);
+  const auto d = static_cast<double>(size);
   Eigen::VectorXd z(size);
   for (double& x : z) x = random.Normal();
   // z over the root of a chi-square variable over its degrees of freedom.

@@ -36,6 +36,7 @@ MCCategory MakeCategory(const OBS& value, const ZARQ_Variable& variable) {
 std::vector<MCCategory> ACAVarListMetaData::State::ListCategories(int slot,
                                                                   const ZARQ_Variable& variable) const {
   std::vector<MCCategory> categories;
+  categories.reserve(static_cast<std::size_t>(fAdapter.GetRecordCatVarSize(slot)));
   for (int code = 0; code < fAdapter.GetRecordCatVarSize(slot); ++code) {
     categories.push_back(MakeCategory(*fAdapter.DecodeRecordCatValue(slot, code), variable));
   }

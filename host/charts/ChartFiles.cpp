@@ -18,7 +18,7 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace

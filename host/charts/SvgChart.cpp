@@ -90,7 +90,7 @@ Scale MakeXScale(const ChartAxis& axis, double length) {
   for (int count = std::max(1, static_cast<int>(length / kPixelsPerXTick));; --count) {
     Scale scale = MakeScale(axis, length, count);
     const double label = (scale.fTicks.GetLongestLabel() + 2) * kLabelSize * kCharacterWidth;
-    const double ticks = static_cast<double>(scale.fTicks.GetValues().size());
+    const auto ticks = static_cast<double>(scale.fTicks.GetValues().size());
     if (count == 1 || ticks * label <= length) return scale;
   }
 }
@@ -265,7 +265,7 @@ class Writer {
   }
 
   void WriteGrid(double x1, double y1, double x2, double y2) {
-    WriteLine(x1, y1, x2, y2, fmt::format(" class=\"grid\" stroke=\"{}\"", kGrid));
+    WriteLine(x1, y1, x2, y2, fmt::format(R"( class="grid" stroke="{}")", kGrid));
   }
 
   void WriteRule(double x1, double y1, double x2, double y2) {
@@ -286,7 +286,7 @@ class Writer {
     std::string dashes;
     for (double dash : curve.fvDashes) dashes += (dashes.empty() ? "" : " ") + Px(dash);
     if (!dashes.empty()) dashes = fmt::format(" stroke-dasharray=\"{}\"", dashes);
-    return fmt::format(" stroke=\"{}\" stroke-width=\"{}\" stroke-opacity=\"{}\"{}", E(curve.fColour),
+    return fmt::format(R"( stroke="{}" stroke-width="{}" stroke-opacity="{}"{})", E(curve.fColour),
                        Px(curve.fWidth), curve.fOpacity, dashes);
   }
 

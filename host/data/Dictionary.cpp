@@ -64,7 +64,7 @@ LabelledValues TakeValues(const Json& object, const char* key) {
       values.emplace_back(TakeValue(entry), "");
       continue;
     }
-    if (!entry.contains("value")) throw Misfit{fmt::format("An entry of \"{}\" has no \"value\".", key)};
+    if (!entry.contains("value")) throw Misfit{fmt::format(R"(An entry of "{}" has no "value".)", key)};
     values.emplace_back(TakeValue(entry["value"]), TakeString(entry, "label"));
   }
   return values;
@@ -131,7 +131,7 @@ Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
       field = Field();
       field.fName = entry.is_object() ? TakeString(entry, "name") : "";
       if (field.fName.empty())
-        throw Misfit{fmt::format("Entry {} of \"fields\" has no \"name\".", fFields.size() + 1)};
+        throw Misfit{fmt::format(R"(Entry {} of "fields" has no "name".)", fFields.size() + 1)};
       TakeField(entry, missing, field);
       if (!fFields.emplace(field.fName, field).second) throw Misfit{"The field is described twice."};
     }

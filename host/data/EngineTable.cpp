@@ -60,6 +60,7 @@ class FormatSample {
  public:
   FormatSample(Engine& engine, const std::string& relation, const std::vector<std::string>& expressions) {
     std::vector<std::string> texts;
+    texts.reserve(expressions.size());
     for (const std::string& expression : expressions)
       texts.push_back(fmt::format("CAST({} AS VARCHAR)", expression));
     fStrings.resize(kSampleRows);
@@ -166,6 +167,7 @@ EngineTable::EngineTable(DataFile file, std::string relation, Engine& engine, co
 
 std::string EngineTable::MakeQuery(const std::vector<int>& columns) const {
   std::vector<std::string> wanted;
+  wanted.reserve(columns.size());
   for (const int column : columns) wanted.push_back(fvExpressions[static_cast<std::size_t>(column)]);
   return fmt::format("SELECT {} FROM {}", fmt::join(wanted, ", "), fRelation);
 }

@@ -33,6 +33,7 @@ std::string SqlTable::MakeView() const {
   std::vector<int> all(variables.size());
   std::iota(all.begin(), all.end(), 0);
   std::vector<std::string> names;
+  names.reserve(variables.size());
   for (const VariableState& variable : variables) names.push_back(QuoteName(variable.fName));
   return fmt::format("CREATE OR REPLACE TEMP VIEW data({}) AS {}", fmt::join(names, ", "),
                      fpBase->MakeQuery(all));
@@ -57,6 +58,7 @@ void SqlTable::Prepare() {
 
 std::string SqlTable::MakeQuery(const std::vector<int>& columns) const {
   std::vector<std::string> wanted;
+  wanted.reserve(columns.size());
   for (const int column : columns) wanted.push_back(fmt::format("c{}", column));
   return fmt::format("SELECT {} FROM result", fmt::join(wanted, ", "));
 }

@@ -47,7 +47,7 @@ void WriteRows(const std::vector<ChartPoint>& points, std::ostream& out) {
 void WritePanel(const ChartPanel& panel, std::ostream& out) {
   out << "<table>\n<caption>" << E(panel.fTitle) << "</caption>\n<thead>\n<tr>";
   for (const std::string& title : {panel.fX.fTitle, panel.fY.fTitle})
-    out << "<th scope=\"col\" class=\"number\">" << E(title) << "</th>";
+    out << R"(<th scope="col" class="number">)" << E(title) << "</th>";
   out << "</tr>\n</thead>\n<tbody>\n";
   WriteRows(PointsOf(panel), out);
   out << "</tbody>\n</table>\n";

@@ -92,12 +92,14 @@ std::string ShowPlaceholder(UPSpecTypes::ParamSpec spec) {
 
 std::vector<std::string> GetNames(const std::vector<ParamDescriptor>& params) {
   std::vector<std::string> names;
+  names.reserve(params.size());
   for (const ParamDescriptor& param : params) names.push_back(param.GetName());
   return names;
 }
 
 std::vector<std::string> GetNames(const std::vector<SubComDescriptor>& subcommands) {
   std::vector<std::string> names;
+  names.reserve(subcommands.size());
   for (const SubComDescriptor& subcommand : subcommands) names.push_back(subcommand.GetName());
   return names;
 }

@@ -72,6 +72,7 @@ std::vector<std::size_t> MatchKeyword(std::string_view word, const std::vector<s
 std::vector<std::string> Pick(const std::vector<std::string>& keywords,
                               const std::vector<std::size_t>& indices) {
   std::vector<std::string> picked;
+  picked.reserve(indices.size());
   for (const std::size_t index : indices) picked.push_back(keywords[index]);
   return picked;
 }

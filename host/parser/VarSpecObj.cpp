@@ -66,6 +66,7 @@ std::vector<NamedVariable> Resolve(const std::vector<ZARQ_Token>& words, const L
     Reject(Session::Current().GetNoDataKey(), {}, words.empty() ? 0 : words.front().GetPosition());
   const ProcedureDataSource data;
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(data.ColumnCount()));
   for (int i = 0; i < data.ColumnCount(); ++i) names.push_back(data.GetVariable(i).GetName());
   return BayesHost::VariableNames(std::move(names)).Resolve(words, list);
 }
@@ -153,6 +154,7 @@ void VarSpecObj::SetVariable(int index) {
 
 void VarSpecObj::SetVariables(const std::vector<int>& indices) {
   std::vector<NamedVariable> variables;
+  variables.reserve(indices.size());
   for (const int index : indices) variables.push_back({index, 0});
   fpState->Set(variables);
 }

@@ -43,7 +43,7 @@ std::filesystem::path ResolvePath(const CommandText& command, const std::string&
   return std::filesystem::path(command.fFile).parent_path() / name;
 }
 
-Session::Session(RunOptions options)
+Session::Session(const RunOptions& options)
     : fOptions(options), fSeed(options.fSeed == 0 ? DrawSeed() : options.fSeed), fSeedSource(fSeed) {}
 Session::~Session() = default;
 

@@ -71,7 +71,7 @@ BAYES_PLATFORM std::filesystem::path ResolvePath(const CommandText& command, con
 
 class BAYES_PLATFORM Session {
  public:
-  explicit Session(RunOptions options);
+  explicit Session(const RunOptions& options);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
