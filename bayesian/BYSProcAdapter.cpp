@@ -129,10 +129,9 @@ bool BYSProcAdapter::TakesCasesAsTheyAre() const {
       return fTestDistType == BSNConst::Normal;
     case BSNConst::Independent:
       return fGroupSourceSlot < 0;
-    case BSNConst::Regression:
-      return fvCovarSlots.empty();
     case BSNConst::Related:
     case BSNConst::Correlation:
+    case BSNConst::Regression:
     case BSNConst::Anova:
     case BSNConst::LogLinear:
       return true;
@@ -141,12 +140,21 @@ bool BYSProcAdapter::TakesCasesAsTheyAre() const {
   }
 }
 
+void BYSProcAdapter::PreprocessRun() {
+  if (fModelType != BSNConst::Regression || GetCurrentPass() != 1) return;
+  for (std::size_t i = 0; i < fvCovarSlots.size(); ++i) {
+    GetRunValues(fvCovarSlots[i], fvRun);
+    for (const double value : fvRun) SumCovariate(i, value);
+  }
+}
+
 // Also cases that the weight check rejects afterwards are summed.
 void BYSProcAdapter::SumCovariates(const double* record) {
-  for (std::size_t i = 0; i < fvCovarSlots.size(); ++i) {
-    const double value = record[fvCovarSlots[i]];
-    if (value != fMissing) fpSplitProcData->fvCovarSums[i] += value;
-  }
+  for (std::size_t i = 0; i < fvCovarSlots.size(); ++i) SumCovariate(i, record[fvCovarSlots[i]]);
+}
+
+void BYSProcAdapter::SumCovariate(std::size_t covariate, double value) {
+  if (value != fMissing) fpSplitProcData->fvCovarSums[covariate] += value;
 }
 
 // 1 for a success, 0 for a failure; a missing value leaves the free slot missing. -1 is a category that pass

@@ -48,6 +48,7 @@ class BYSProcAdapter : public ACAInputAdapter {
   void PrepareNewPass() override;
   void PrepareNewSplit() override;
   bool TakesCasesAsTheyAre() const override;
+  void PreprocessRun() override;
 
   // Ends a split's reading: derives categories and cut points (pass 0), shows the warnings that its values
   // earned (pass 1). False: the split can't be analysed; a message was shown.
@@ -82,6 +83,7 @@ class BYSProcAdapter : public ACAInputAdapter {
 
   // PreprocessRecord, by analysis.
   void SumCovariates(const double* record);
+  void SumCovariate(std::size_t covariate, double value);
   void RecodeBinomial(double* record) const;
   void ScreenCounts(double* record);
   bool RecodeGroup(double* record) const;
@@ -120,6 +122,7 @@ class BYSProcAdapter : public ACAInputAdapter {
   double fMissing;
   std::vector<SplitProcData> fvAllSplitProcData;
   SplitProcData* fpSplitProcData = nullptr;
+  std::vector<double> fvRun;  // a covariate's values in cases taken at once
   // Splits met in the current pass.
   std::size_t fSplitCount = 0;
 };

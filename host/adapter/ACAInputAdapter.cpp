@@ -54,6 +54,7 @@ bool ACAInputAdapter::PreprocessRecord(double*) {
 bool ACAInputAdapter::TakesCasesAsTheyAre() const {
   return false;
 }
+void ACAInputAdapter::PreprocessRun() {}
 void ACAInputAdapter::PrepareNewPass() {}
 void ACAInputAdapter::PrepareNewSplit() {}
 
@@ -102,6 +103,10 @@ double ACAInputAdapter::GetRecordVarMin(int slot) const {
 }
 double ACAInputAdapter::GetRecordVarMax(int slot) const {
   return fpState->GetSplit().fvRanges[Index(slot)].fLargest;
+}
+
+void ACAInputAdapter::GetRunValues(int slot, std::vector<double>& values) const {
+  fpState->CopyRun(slot, values);
 }
 
 int ACAInputAdapter::GetWeightAdjType() const {

@@ -122,6 +122,7 @@ void ACAProcDataSourceIter::Implementation::Advance() {
 void ACAProcDataSourceIter::Implementation::AdvanceRun() {
   if (fAdapter.TakesCasesAsTheyAre()) {
     GetAdapterState().AcceptRun(fNextOfRun);
+    fAdapter.PreprocessRun();
     fNextOfRun = fRunCases;
   }
   Advance();

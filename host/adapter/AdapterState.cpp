@@ -76,12 +76,17 @@ bool ACAInputAdapter::State::IsCase(const double* record) {
 
 void ACAInputAdapter::State::AcceptRun(std::size_t from) {
   const std::size_t end = fBlock.CountCases();
+  fRunFrom = from;
   if (fBlock.IsAllKept() && fWeightSlot < 0) {
     CountValid(static_cast<double>(end - from));
   } else {
     for (std::size_t i = from; i < end; ++i) Count(EnterCase(i));
   }
   if (fPass == 0) LearnRun();
+}
+
+void ACAInputAdapter::State::CopyRun(int slot, std::vector<double>& values) {
+  fBlock.CopyKept(Index(slot), fRunFrom, values);
 }
 
 void ACAInputAdapter::State::Count(CaseFate fate) {

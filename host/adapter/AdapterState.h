@@ -64,6 +64,8 @@ struct ACAInputAdapter::State {
   void CountDropped();
   // The same for all cases of the run from this one on.
   void AcceptRun(std::size_t from);
+  // A slot's values in the accepted ones of these cases.
+  void CopyRun(int slot, std::vector<double>& values);
 
  private:
   void PrepareSlots();
@@ -78,7 +80,8 @@ struct ACAInputAdapter::State {
   std::vector<int> fvPlaceOfCategories;  // by slot
   int fWeightSlot = -1;
   BayesHost::CaseBlock fBlock;
-  std::size_t fPlace = 0;  // of the current case
+  std::size_t fPlace = 0;    // of the current case
+  std::size_t fRunFrom = 0;  // where the cases that were accepted at once begin
   double fWeight = 1;
 };
 

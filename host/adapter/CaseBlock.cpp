@@ -106,6 +106,15 @@ ValueRange CaseBlock::FindRange(std::size_t slot) {
   return range;
 }
 
+void CaseBlock::CopyKept(std::size_t slot, std::size_t from, std::vector<double>& values) {
+  const double* const column = GetColumn(fvColumns[slot]);
+  values.clear();
+  if (IsAllKept()) values.assign(column + from, column + fvFates.size());
+  for (std::size_t i = from; i < fvFates.size() && !IsAllKept(); ++i) {
+    if (fvFates[i] == CaseFate::Kept) values.push_back(column[i]);
+  }
+}
+
 std::size_t CaseBlock::CopyKept(double* rows) {
   for (std::size_t slot = 0; slot < fvColumns.size(); ++slot) {
     const double* const values = GetColumn(fvColumns[slot]);

@@ -35,6 +35,8 @@ class CaseBlock {
   double GetValue(std::size_t slot, std::size_t i) { return GetColumn(fvColumns[slot])[i]; }
   // The range of the kept cases' values, the missing value not among them.
   ValueRange FindRange(std::size_t slot);
+  // A slot's values in the kept cases from `from` on.
+  void CopyKept(std::size_t slot, std::size_t from, std::vector<double>& values);
   // The kept cases one behind the other, each with a value for each slot; their number.
   std::size_t CopyKept(double* rows);
 

@@ -87,10 +87,12 @@ class BAYES_PLATFORM ACAInputAdapter {
   virtual bool PreprocessRecord(double* record);
   virtual void PrepareNewPass();
   virtual void PrepareNewSplit();
-  // True: in the current pass nobody rejects, recodes or looks at single cases, so that AdvanceRun and
-  // FillDataFile may take all that pass the missing rules without a call for each. The base version says
-  // false.
+  // True: in the current pass nobody rejects or recodes single cases, so that AdvanceRun and FillDataFile may
+  // take all that pass the missing rules without a call for each. The base version says false.
   virtual bool TakesCasesAsTheyAre() const;
+  // For the cases that were taken so at once, PreprocessRecord's place; what it wants of them GetRunValues
+  // tells. The base version does nothing.
+  virtual void PreprocessRun();
 
   // True when split-file processing is on.
   bool GetSplitFile() const;
@@ -114,6 +116,10 @@ class BAYES_PLATFORM ACAInputAdapter {
   // value when there are none.
   double GetRecordVarMin(int slot) const;
   double GetRecordVarMax(int slot) const;
+
+  // During PreprocessRun: the values of a numeric slot in the cases just taken, in their order, the missing
+  // value among them.
+  void GetRunValues(int slot, std::vector<double>& values) const;
 
   // How frequency weights are used: 1 rounded to the nearest whole number, 2 as they are.
   int GetWeightAdjType() const;

@@ -34,16 +34,23 @@ class Adapter : public ACAInputAdapter {
   Adapter(ACAVarValidSpecs& specs, ProcedureDataSource& source) : ACAInputAdapter(specs, source) {}
   bool PreprocessRecord(double* record) override {
     ++fRecords;
+    fvSeen.push_back(record[0]);
     return !fReject || !fReject(record);
   }
   bool TakesCasesAsTheyAre() const override { return fTakesCasesAsTheyAre; }
+  void PreprocessRun() override {
+    std::vector<double> values{M};
+    GetRunValues(0, values);
+    fvSeen.insert(fvSeen.end(), values.begin(), values.end());
+  }
   void PrepareNewPass() override { fCalls += fmt::format("pass{} ", GetCurrentPass()); }
   void PrepareNewSplit() override { fCalls += "split "; }
 
   std::function<bool(double*)> fReject;
   std::string fCalls;
   bool fTakesCasesAsTheyAre = false;
-  int fRecords = 0;  // seen by PreprocessRecord
+  int fRecords = 0;            // seen by PreprocessRecord
+  std::vector<double> fvSeen;  // values of the first slot, told by records and by runs
 };
 
 // A session with one data file and one command under way.
@@ -450,7 +457,7 @@ class RunsOfCases : public Adaptation {
       shown += fmt::format("; {}: {}", ShowCounts(adapter), ShowFile(file));
     }
     EXPECT_EQ(adapter.fRecords < 100, asTheyAre) << adapter.fRecords;
-    return shown;
+    return fmt::format("{}\n{}", shown, fmt::join(adapter.fvSeen, " "));
   }
 };
 
