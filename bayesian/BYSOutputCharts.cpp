@@ -125,14 +125,16 @@ bool BYSOutput::HasCurves(const PosteriorChart& chart) {
 void BYSOutput::SendChart(const char* templateName, const PosteriorChart& chart) const {
   XViZTemplate chartTemplate(STemplate::Get());
   chartTemplate.setTemplateInternalName(templateName);
-  FillColours(chartTemplate);
   VarDataProcessor data(kDataSource);
   for (const ChartCurve& curve : chart.curves) {
     if (!HasNumbers(*curve.values)) continue;
     AddSeries(data, chartTemplate, curve.argument, *curve.arguments);
     AddSeries(data, chartTemplate, curve.value, *curve.values);
   }
-  AddLabels(chartTemplate, chart);
+  if (XDocument::IsShown()) {
+    FillColours(chartTemplate);
+    AddLabels(chartTemplate, chart);
+  }
   XDocument document(chartTemplate.GetFilledText());
   document.setEditor(fSpecs.GetProcTitle());
   document.setLanguage();

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "bayesian/BYSAssert.h"
+#include "platform/host/Charts.h"
 #include "platform/host/Files.h"
 #include "platform/host/Output.h"
 
@@ -121,6 +122,7 @@ void BYSValidSpecs::TranslateFTests() {
 }
 
 void BYSValidSpecs::CompleteRunServices() {
+  fpCompSettings->SetPlotsShown(XDocument::IsShown());
   fpCompSettings->SetThreadFactory(fpThreadFactory.get());
   if (const int threads = getthreads_(); threads > 0) fpCompSettings->SetMaxThreadNum(threads);
   const int memCacheKB = getmcache_();

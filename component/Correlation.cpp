@@ -209,7 +209,8 @@ class Correlation : public Analysis {
     if (!inference.fPosteriorConverged) result.fStatuses.Warn(kIntegralNotConverged);
     result.fPosterior = Characterise(inference.fPosterior.get(), fSettings.GetCILevel(), result.fStatuses);
     if (!sample.fIsDrawn) return;
-    result.fCurves = DrawCurves(inference.fLikelihood, inference.fPosterior.get(), inference.fPrior);
+    result.fCurves =
+        DrawCurves(fSettings, inference.fLikelihood, inference.fPosterior.get(), inference.fPrior);
   }
 
   void Append(const PairResult& result, Data& data) {

@@ -26,7 +26,8 @@ void CountInference::Append(const CountSample& sample, std::size_t test, CountCo
     } else {
       fStatuses.Warn(kNoPosteriorOfCounts);
     }
-    if (sample.fN > 0) curves = DrawCurves(fModel.LikelihoodOf(sample), posterior.get(), DensityOf(prior));
+    if (sample.fN > 0)
+      curves = DrawCurves(fSettings, fModel.LikelihoodOf(sample), posterior.get(), DensityOf(prior));
   }
   columns.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel(), fStatuses));
   columns.fCurves.Append(curves);

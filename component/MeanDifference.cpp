@@ -73,7 +73,7 @@ void MeanDifference::Append(const std::array<Moments, 2>& samples, int slot, Dat
   data.fvSigs.push_back(row.fSig);
   data.fvBayesFactors.push_back(row.fBayesFactor);
   data.fPosterior.Append(Characterise(posterior.get(), fSettings.GetCILevel(), fStatuses));
-  data.fPosteriorCurves.Append(posterior ? DrawPosterior(*posterior) : Curve());
+  data.fPosteriorCurves.Append(posterior ? DrawPosterior(fSettings, *posterior) : Curve());
   for (std::size_t i = 0; i < 2; ++i) {
     data.fGroups[i].fLikelihoods.Append(curves[i].fLikelihood);
     data.fGroups[i].fPriors.Append(curves[i].fPrior);
@@ -247,14 +247,15 @@ CurveSet MeanDifference::DrawGroup(const Groups& groups, std::size_t group) cons
   const Density prior = PriorDensity(MeanPrior(group));
   switch (fVariances) {
     case Variances::Known:
-      return DrawCurves(MeanLikelihood(own.fN, own.fMean, own.fKnownVariance), nullptr, prior);
+      return DrawCurves(fSettings, MeanLikelihood(own.fN, own.fMean, own.fKnownVariance), nullptr, prior);
     case Variances::Equal: {
       const double allCases = groups[0].fN + groups[1].fN;
       const double sum = groups[0].fSumOfSquares + groups[1].fSumOfSquares;
-      return DrawCurves(MeanProfileLikelihood(own.fN, own.fMean, allCases, sum), nullptr, prior);
+      return DrawCurves(fSettings, MeanProfileLikelihood(own.fN, own.fMean, allCases, sum), nullptr, prior);
     }
     default:
-      return DrawCurves(MeanProfileLikelihood(own.fN, own.fMean, own.fN, own.fSumOfSquares), nullptr, prior);
+      return DrawCurves(fSettings, MeanProfileLikelihood(own.fN, own.fMean, own.fN, own.fSumOfSquares),
+                        nullptr, prior);
   }
 }
 

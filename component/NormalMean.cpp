@@ -44,7 +44,7 @@ void NormalMean::Append(const Moments& sample, double roundingNoise, std::size_t
     const Likelihood likelihood =
         isKnown ? MeanLikelihood(data.fN, data.fMean, question.fKnownVariance)
                 : MeanProfileLikelihood(data.fN, data.fMean, data.fN, data.fSumOfSquares);
-    curves = DrawCurves(likelihood, inference.fPosterior.get(), PriorDensity(inference.fPrior));
+    curves = DrawCurves(fSettings, likelihood, inference.fPosterior.get(), PriorDensity(inference.fPrior));
   }
   columns.fPosterior.Append(Characterise(inference.fPosterior.get(), fSettings.GetCILevel(), fStatuses));
   columns.fCurves.Append(curves);

@@ -135,14 +135,15 @@ CurveSet RegressionInference::Draw(const Quantity& quantity) const {
     if (!of) return std::unique_ptr<Distribution>();
     return quantity.fIsResponse ? of->Response(x) : of->LinearFunction(x);
   };
-  return DrawCurves(likelihood, distribution(fpPosterior).get(), PriorDensity(distribution(fpPrior)));
+  return DrawCurves(fSettings, likelihood, distribution(fpPosterior).get(),
+                    PriorDensity(distribution(fpPrior)));
 }
 
 CurveSet RegressionInference::DrawErrorVariance() const {
   const Likelihood likelihood = ErrorVarianceLikelihood(fFit.fEvidence.fN, fFit.fEvidence.fResidualSum);
   const auto posterior = fpPosterior ? fpPosterior->ErrorVariance() : nullptr;
   const Density prior = fpPrior ? PriorDensity(fpPrior->ErrorVariance()) : ReferenceDensity;
-  return DrawCurves(likelihood, posterior.get(), prior);
+  return DrawCurves(fSettings, likelihood, posterior.get(), prior);
 }
 
 // Without lists of variables to plot, all are.

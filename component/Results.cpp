@@ -4,8 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "component/SettingsView.h"
-
 namespace BayesComponent {
 
 namespace {
@@ -25,10 +23,16 @@ Values ArgumentsOver(const Interval& range) {
   return arguments;
 }
 
-Curve CurveOver(const Values& arguments, const Density& f) {
-  Curve curve{arguments, Values(arguments.size())};
-  std::transform(arguments.begin(), arguments.end(), curve.fValues.begin(),
-                 [&f](double x) { return Shown(f(x)); });
+Curve CurveOver(const Values& arguments, const Density& f, bool isShown) {
+  Curve curve;
+  const std::size_t least = isShown ? arguments.size() : 1;
+  curve.fArguments.reserve(least);
+  curve.fValues.reserve(least);
+  for (const double x : arguments) {
+    curve.fArguments.push_back(x);
+    curve.fValues.push_back(Shown(f(x)));
+    if (!isShown && IsGiven(curve.fValues.back())) break;
+  }
   return curve;
 }
 
@@ -93,7 +97,8 @@ Density PriorDensity(const std::shared_ptr<const Distribution>& prior) {
   return [prior](double x) { return prior->Density(x); };
 }
 
-CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior, const Density& prior) {
+CurveSet DrawCurves(const BSNSettings& settings, const Likelihood& likelihood, const Distribution* posterior,
+                    const Density& prior) {
   if (!likelihood.fNormalised) return {};
   Interval range = likelihood.fNormalised->CentralInterval(kCurveTail);
   if (posterior) {
@@ -101,13 +106,13 @@ CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior,
     range = {std::min(range.fLower, ofPosterior.fLower), std::max(range.fUpper, ofPosterior.fUpper)};
   }
   const Values arguments = ArgumentsOver(range);
-  CurveSet curves{CurveOver(arguments, likelihood.fLog), {}, CurveOver(arguments, prior)};
-  if (posterior) curves.fPosterior = CurveOver(arguments, DensityOf(*posterior));
-  return curves;
+  const auto draw = [&](const Density& f) { return CurveOver(arguments, f, settings.GetPlotsShown()); };
+  return {draw(likelihood.fLog), posterior ? draw(DensityOf(*posterior)) : Curve(), draw(prior)};
 }
 
-Curve DrawPosterior(const Distribution& posterior) {
-  return CurveOver(ArgumentsOver(posterior.CentralInterval(kCurveTail)), DensityOf(posterior));
+Curve DrawPosterior(const BSNSettings& settings, const Distribution& posterior) {
+  return CurveOver(ArgumentsOver(posterior.CentralInterval(kCurveTail)), DensityOf(posterior),
+                   settings.GetPlotsShown());
 }
 
 }  // namespace BayesComponent

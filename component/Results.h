@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "component/Records.h"
+#include "component/SettingsView.h"
 #include "component/StatusList.h"
 #include "component/numeric/Distribution.h"
 #include "component/numeric/GaussLobatto.h"
@@ -43,8 +44,10 @@ Density FlatPrior();
 // The density of a distribution, or the flat prior for none.
 Density PriorDensity(const std::shared_ptr<const Distribution>& prior);
 
-// 201 equally spaced points over the central 99.9 % of posterior (may be null) and normalised likelihood.
-CurveSet DrawCurves(const Likelihood& likelihood, const Distribution* posterior, const Density& prior);
-Curve DrawPosterior(const Distribution& posterior);
+// 201 equally spaced points over the central 99.9 % of posterior (may be null) and normalised likelihood;
+// where plots aren't shown, those up to the first number of each curve.
+CurveSet DrawCurves(const BSNSettings& settings, const Likelihood& likelihood, const Distribution* posterior,
+                    const Density& prior);
+Curve DrawPosterior(const BSNSettings& settings, const Distribution& posterior);
 
 }  // namespace BayesComponent

@@ -81,6 +81,7 @@ struct BSNSettings::State {
   bool fComputeVarianceInScoring = false;
   int fMaxNPlots = 10;
   int fMaxNPlotCategories = 2;
+  bool fPlotsShown = true;
   MCCommon_850::MCThreadFactory* fpThreadFactory = nullptr;
   int fMaxThreadNum = 0;
   int fMemCacheKB = 0;
@@ -234,6 +235,8 @@ void BSNSettings::SetMaxNPlots(int value) { fpState->fMaxNPlots = value; }
 int BSNSettings::GetMaxNPlots() const { return fpState->fMaxNPlots; }
 void BSNSettings::SetMaxNPlotCategories(int value) { fpState->fMaxNPlotCategories = value; }
 int BSNSettings::GetMaxNPlotCategories() const { return fpState->fMaxNPlotCategories; }
+void BSNSettings::SetPlotsShown(bool value) { fpState->fPlotsShown = value; }
+bool BSNSettings::GetPlotsShown() const { return fpState->fPlotsShown; }
 void BSNSettings::SetThreadFactory(MCCommon_850::MCThreadFactory* value) { fpState->fpThreadFactory = value; }
 MCCommon_850::MCThreadFactory* BSNSettings::GetThreadFactory() const { return fpState->fpThreadFactory; }
 void BSNSettings::SetMaxThreadNum(int value) { fpState->fMaxThreadNum = value; }

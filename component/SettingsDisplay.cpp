@@ -113,6 +113,7 @@ constexpr Line kLines[] = {
     {"ComputeVarianceInScoring", Print<&BSNSettings::GetComputeVarianceInScoring>},
     {"MaxNPlots", Print<&BSNSettings::GetMaxNPlots>},
     {"MaxNPlotCategories", Print<&BSNSettings::GetMaxNPlotCategories>},
+    {"PlotsShown", Print<&BSNSettings::GetPlotsShown>},
     {"MaxThreadNum", Print<&BSNSettings::GetMaxThreadNum>},
     {"MemCacheKB", Print<&BSNSettings::GetMemCacheKB>},
 };

@@ -9,7 +9,6 @@
 #include "platform/host/Charts.h"
 
 struct VarDataProcessor::State {
-  bool fIsWanted = true;  // false: no chart gets a document, and no value is kept
   std::string fDataSource;
   // In the order added; columns may differ in length.
   std::vector<std::pair<std::string, std::vector<double>>> fvColumns;

@@ -2,7 +2,6 @@
 #include <stdexcept>
 
 #include "host/charts/ChartData.h"
-#include "host/session/Session.h"
 #include "platform/host/Data.h"
 
 namespace {
@@ -21,9 +20,7 @@ std::size_t VarDataProcessor::State::CountRows() const {
   return rows;
 }
 
-VarDataProcessor::VarDataProcessor(const std::string& dataSource)
-    : fpState(new State{
-          BayesHost::Session::Current().GetOptions().Wants(BayesHost::ChartUse::Document), dataSource, {}}) {}
+VarDataProcessor::VarDataProcessor(const std::string& dataSource) : fpState(new State{dataSource, {}}) {}
 VarDataProcessor::~VarDataProcessor() = default;
 
 void VarDataProcessor::AddVariable(const std::string& name) {
@@ -33,7 +30,6 @@ void VarDataProcessor::AddVariable(const std::string& name) {
 }
 
 void VarDataProcessor::SetVariableValue(const std::string& name, std::size_t row, double value) {
-  if (!fpState->fIsWanted) return;
   const auto column = FindColumn(fpState->fvColumns, name);
   if (column == fpState->fvColumns.end()) throw std::logic_error("the chart's data have no series " + name);
   std::vector<double>& values = column->second;

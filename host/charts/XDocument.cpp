@@ -54,6 +54,10 @@ std::string DrawOrWarn(const std::string& document, const std::string& title) {
 
 }  // namespace
 
+bool XDocument::IsShown() {
+  return IsWanted(BayesHost::ChartUse::Document);
+}
+
 XDocument::XDocument(const std::string& text)
     : fpState(new State{text.empty(), text.empty() ? Json::object() : Json::parse(text), {}, {}}) {}
 XDocument::~XDocument() = default;
@@ -72,7 +76,7 @@ void XDocument::SetDescription(const ChartString& title) {
 }
 
 void XDocument::SetChartData(const VarDataProcessor& data) {
-  if (!IsWanted(BayesHost::ChartUse::Document)) return;
+  if (!IsShown()) return;
   fpState->fDocument["datasets"][data.GetState().fDataSource] = RowsOf(data.GetState());
 }
 
@@ -84,8 +88,7 @@ void XDocument::applyCTemplate(const std::string& name) {
 void XDocument::SendChart() {
   if (fpState->fIsEmpty) return;
   BayesHost::Chart chart{fpState->fTitle, fpState->fTemplate, {}, {}};
-  if (IsWanted(BayesHost::ChartUse::Document))
-    chart.fVegaLite = fpState->fDocument.dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (IsShown()) chart.fVegaLite = fpState->fDocument.dump(-1, ' ', false, Json::error_handler_t::replace);
   if (IsWanted(BayesHost::ChartUse::Drawing)) chart.fSvg = DrawOrWarn(chart.fVegaLite, chart.fTitle);
   BayesHost::Session::Current().GetOutput().Add(std::move(chart));
 }

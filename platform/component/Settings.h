@@ -252,6 +252,10 @@ class BAYES_PLATFORM BSNSettings {
   int GetMaxNPlots() const;
   void SetMaxNPlotCategories(int value);
   int GetMaxNPlotCategories() const;
+  // False: nobody will look at the curves of plots, only ask whether there are any; of each that there is the
+  // points up to its first number are enough. Default: true.
+  void SetPlotsShown(bool value);
+  bool GetPlotsShown() const;
 
   // Run. Not owned; may be null.
   void SetThreadFactory(MCCommon_850::MCThreadFactory* value);

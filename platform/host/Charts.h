@@ -118,6 +118,9 @@ class BAYES_PLATFORM XViZTemplate {
 class BAYES_PLATFORM XDocument {
  public:
   struct State;
+  // False: this run's output only lists charts by their titles, so that colours, labels and all points but
+  // one of a series make no difference.
+  static bool IsShown();
   // `text`: a filled template. Nothing is sent of an empty one.
   explicit XDocument(const std::string& text);
   ~XDocument();
