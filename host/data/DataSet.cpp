@@ -8,6 +8,7 @@
 #include "host/data/DataError.h"
 #include "host/files/TempFile.h"
 #include "platform/component/Common.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 
@@ -36,10 +37,40 @@ Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& l
   return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead};
 }
 
+// Fewer cases than this are sorted sooner than another thread has begun.
+constexpr std::uint64_t kLeastSortShare = std::uint64_t{1} << 16;
+
+constexpr std::size_t Index(int i) {
+  return static_cast<std::size_t>(i);
+}
+
+// The cursor's cases that have a place in this stretch of the order, which begins at `begin`.
+void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, std::size_t begin,
+                   std::span<double> stretch) {
+  std::size_t row = cursor.GetPosition();
+  while (const std::size_t count = cursor.NextRun()) {
+    const double* const values = cursor.GetRun(0);
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::size_t place = places[row++] - begin;  // beyond all places for a case before the stretch
+      if (place < stretch.size()) stretch[place] = values[i];
+    }
+  }
+}
+
+void Append(ColumnStore& store, std::span<const double> values) {
+  while (!values.empty()) {
+    const std::size_t count = std::min(values.size(), store.GetRoom());
+    std::copy_n(values.begin(), count, store.GetTail(0));
+    store.Advance(count);
+    values = values.subspan(count);
+  }
+}
+
 }  // namespace
 
 DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
     : fFile(std::move(file)),
+      fThreads(std::max(limits.fThreads, 1)),
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
       fpSource(OpenTable(fFile, options, fEngine)),
@@ -247,11 +278,11 @@ std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) 
 const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
   if (!fpIndex && fvSplit.empty()) fpIndex = std::make_unique<SplitIndex>(fCases);
   if (!fpIndex) {
-    CaseCursor cursor(FindPlaces(fvSplit));
     const auto decode = [this](int i, double value) {
       return Decode(fvSplit[static_cast<std::size_t>(i)], value);
     };
-    fpIndex = std::make_unique<SplitIndex>(cursor, fCases, static_cast<int>(fvSplit.size()), decode);
+    fpIndex = std::make_unique<SplitIndex>(CaseCursor(FindPlaces(fvSplit)), fCases,
+                                           static_cast<int>(fvSplit.size()), decode, CountSortThreads());
   }
   return fpIndex->GetGroups();
 }
@@ -266,6 +297,11 @@ CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
   return CaseCursor(places);
 }
 
+int DataSet::CountSortThreads() const {
+  const std::uint64_t shares = fCases / kLeastSortShare;
+  return static_cast<int>(std::clamp<std::uint64_t>(shares, 1, Index(fThreads)));
+}
+
 void DataSet::SortColumns(const std::vector<int>& variables) {
   for (const int variable : variables) {
     if (fSorted.contains(variable)) continue;
@@ -278,27 +314,19 @@ void DataSet::SortColumns(const std::vector<int>& variables) {
 // read each: instead each pass over the column, from first to last, gathers the next stretch of the order in
 // memory.
 std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
-                                                const std::vector<std::uint32_t>& places) {
+                                                std::span<const std::uint32_t> places) {
   auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
   const std::size_t size = std::min<std::size_t>(places.size(), fSortCases);
   const auto stretch = std::make_unique_for_overwrite<double[]>(size);
+  const int threads = CountSortThreads();
   for (std::size_t begin = 0; begin < places.size(); begin += size) {
-    CaseCursor cursor({column});
-    cursor.SetRange(0, fCases);
-    std::size_t row = 0;
-    while (const std::size_t count = cursor.NextRun()) {
-      for (const double* value = cursor.GetRun(0); value != cursor.GetRun(0) + count; ++value) {
-        const std::size_t place = places[row++] - begin;  // beyond all places for a case before the stretch
-        if (place < size) stretch[place] = *value;
-      }
-    }
-    const std::size_t end = std::min(size, places.size() - begin);
-    for (std::size_t from = 0; from < end;) {
-      const std::size_t count = std::min(end - from, sorted->GetRoom());
-      std::copy_n(stretch.get() + from, count, sorted->GetTail(0));
-      sorted->Advance(count);
-      from += count;
-    }
+    const std::size_t end = std::min(begin + size, places.size());
+    ACAThreadFactory().ForEach(threads, threads, [&](int share) {
+      CaseCursor cursor({column});
+      cursor.SetRange(fCases * Index(share) / Index(threads), fCases * Index(share + 1) / Index(threads));
+      GatherStretch(cursor, places, begin, {stretch.get(), end - begin});
+    });
+    Append(*sorted, {stretch.get(), end - begin});
   }
   sorted->Finish();
   return sorted;

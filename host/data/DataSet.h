@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -105,10 +106,12 @@ class BAYES_PLATFORM DataSet {
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
   std::vector<ColumnPlace> FindPlaces(const std::vector<int>& variables) const;
   void SortColumns(const std::vector<int>& variables);
-  std::unique_ptr<ColumnStore> Rearrange(const ColumnPlace& column, const std::vector<std::uint32_t>& places);
+  int CountSortThreads() const;
+  std::unique_ptr<ColumnStore> Rearrange(const ColumnPlace& column, std::span<const std::uint32_t> places);
 
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
+  int fThreads;
   MemoryBudget fBudget;
   Engine fEngine;
   std::unique_ptr<TableSource> fpSource;

@@ -5,10 +5,12 @@
 #include <numeric>
 #include <stdexcept>
 #include <unordered_map>
+#include <utility>
 
 #include "host/data/CaseCursor.h"
 #include "host/data/Observation.h"
 #include "host/data/ValueNumbers.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 
@@ -20,7 +22,7 @@ class KeyNumbers {
  public:
   explicit KeyNumbers(std::size_t variables) : fvValues(variables), fvPairs(variables) {}
 
-  std::uint32_t Add(const std::vector<double>& key) {
+  std::uint32_t Add(std::span<const double> key) {
     auto number = static_cast<std::uint32_t>(fvValues[0].Add(key[0]));
     for (std::size_t i = 1; i < key.size(); ++i) {
       const auto value = static_cast<std::uint32_t>(fvValues[i].Add(key[i]));
@@ -41,47 +43,123 @@ bool IsLessKey(const std::vector<OBS>& a, const std::vector<OBS>& b) {
 
 }  // namespace
 
+// A thread's share of the rows, which it groups without looking at the others: a group has another number in
+// each share.
+class SplitIndex::Share {
+ public:
+  Share(const CaseCursor& cursor, std::uint64_t begin, std::uint64_t end, std::size_t variables)
+      : fCursor(cursor), fBegin(begin), fEnd(end), fVariables(variables) {}
+
+  // Until they are placed, a row's position is its group.
+  void FindGroups(std::uint32_t* positions) {
+    KeyNumbers numbers(fVariables);
+    std::vector<double> key(fVariables);
+    fCursor.SetRange(fBegin, fEnd);
+    positions += fBegin;
+    while (const std::size_t count = fCursor.NextRun()) {
+      for (std::size_t row = 0; row < count; ++row) {
+        for (std::size_t i = 0; i < fVariables; ++i) key[i] = fCursor.GetRun(i)[row];
+        const std::uint32_t group = numbers.Add(key);
+        if (group == fvCounts.size()) AddGroup(key);
+        ++fvCounts[group];
+        *positions++ = group;
+      }
+    }
+  }
+  // `next`: for each group of this share, the position of its first row here.
+  void PlaceRows(std::vector<std::uint32_t> next, std::uint32_t* positions) const {
+    for (std::uint32_t* place = positions + fBegin; place != positions + fEnd; ++place)
+      *place = next[*place]++;
+  }
+
+  std::size_t CountVariables() const { return fVariables; }
+  std::size_t CountGroups() const { return fvCounts.size(); }
+  std::uint32_t CountRows(std::size_t group) const { return fvCounts[group]; }
+  std::span<const double> GetKey(std::size_t group) const {
+    return {fvKeys.data() + group * fVariables, fVariables};
+  }
+
+ private:
+  void AddGroup(const std::vector<double>& key) {
+    fvKeys.insert(fvKeys.end(), key.begin(), key.end());
+    fvCounts.push_back(0);
+  }
+
+  CaseCursor fCursor;
+  std::uint64_t fBegin;
+  std::uint64_t fEnd;
+  std::size_t fVariables;
+  std::vector<double> fvKeys;  // of the groups, one behind the other
+  std::vector<std::uint32_t> fvCounts;
+};
+
 SplitIndex::SplitIndex(std::uint64_t rows) : fvGroups{{{}, 0, rows}} {}
 
-SplitIndex::SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode) {
+// A stable counting sort: the rows of a group keep their order.
+SplitIndex::SplitIndex(const CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode,
+                       int threads) {
   if (rows >= std::numeric_limits<std::uint32_t>::max()) {
     throw std::length_error("Split files take at most 4,294,967,294 cases.");
   }
-  cursor.SetRange(0, rows);
-  FindGroups(cursor, rows, variables, decode);
-  const std::vector<std::uint32_t> ranks = SortGroups();
-  // A stable counting sort: the rows of a group keep their order.
-  std::vector<std::uint32_t> next;
-  for (const Group& group : fvGroups) next.push_back(static_cast<std::uint32_t>(group.fBegin));
-  for (std::uint32_t& place : fvPositions) place = next[ranks[place]]++;
-  if (std::is_sorted(fvPositions.begin(), fvPositions.end())) fvPositions = {};
+  const auto count = static_cast<std::uint64_t>(threads);
+  std::vector<Share> shares;
+  for (std::uint64_t i = 0; i < count; ++i) {
+    shares.emplace_back(cursor, rows * i / count, rows * (i + 1) / count,
+                        static_cast<std::size_t>(variables));
+  }
+  const auto forEachShare = [&](const auto& task) {
+    ACAThreadFactory().ForEach(threads, threads, [&](int i) { task(static_cast<std::size_t>(i)); });
+  };
+  auto positions = std::make_unique_for_overwrite<std::uint32_t[]>(rows);
+  forEachShare([&](std::size_t i) { shares[i].FindGroups(positions.get()); });
+  std::vector<std::vector<std::uint32_t>> places = FindPlaces(shares, decode);
+  forEachShare([&](std::size_t i) { shares[i].PlaceRows(std::move(places[i]), positions.get()); });
+  if (std::is_sorted(positions.get(), positions.get() + rows)) return;
+  fpPositions = std::move(positions);
+  fRows = rows;
 }
 
 std::vector<std::uint32_t> SplitIndex::MakeRows() const {
-  std::vector<std::uint32_t> rows(fvPositions.size());
-  for (std::size_t row = 0; row < rows.size(); ++row)
-    rows[fvPositions[row]] = static_cast<std::uint32_t>(row);
+  std::vector<std::uint32_t> rows(fRows);
+  for (std::size_t row = 0; row < fRows; ++row) rows[fpPositions[row]] = static_cast<std::uint32_t>(row);
   return rows;
 }
 
-// Numbers the groups in the order of their appearance. For now a group's fEnd is its count, and a row's
-// position its group.
-void SplitIndex::FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode) {
-  KeyNumbers numbers(static_cast<std::size_t>(variables));
-  fvPositions.reserve(rows);
-  std::vector<double> key(static_cast<std::size_t>(variables));
-  while (const std::size_t count = cursor.NextRun()) {
-    for (std::size_t row = 0; row < count; ++row) {
-      for (std::size_t i = 0; i < key.size(); ++i) key[i] = cursor.GetRun(i)[row];
-      const std::uint32_t group = numbers.Add(key);
-      if (group == fvGroups.size()) AddGroup(key, decode);
-      fvPositions.push_back(group);
-      ++fvGroups[group].fEnd;
+// Of each share's groups: where the first of their rows there goes.
+std::vector<std::vector<std::uint32_t>> SplitIndex::FindPlaces(const std::vector<Share>& shares,
+                                                               const Decoder& decode) {
+  std::vector<std::vector<std::uint32_t>> places = UniteGroups(shares, decode);
+  const std::vector<std::uint32_t> ranks = SortGroups();
+  std::vector<std::uint32_t> next;
+  for (const Group& group : fvGroups) next.push_back(static_cast<std::uint32_t>(group.fBegin));
+  for (std::size_t i = 0; i < shares.size(); ++i) {
+    for (std::size_t group = 0; group < places[i].size(); ++group) {
+      std::uint32_t& place = next[ranks[places[i][group]]];
+      places[i][group] = std::exchange(place, place + shares[i].CountRows(group));
     }
   }
+  return places;
 }
 
-void SplitIndex::AddGroup(const std::vector<double>& key, const Decoder& decode) {
+// Collects the groups, for now in the order of their appearance and with their counts as fEnd. The result
+// holds the numbers that each share's groups have here.
+std::vector<std::vector<std::uint32_t>> SplitIndex::UniteGroups(const std::vector<Share>& shares,
+                                                                const Decoder& decode) {
+  KeyNumbers numbers(shares.front().CountVariables());
+  std::vector<std::vector<std::uint32_t>> united;
+  for (const Share& share : shares) {
+    united.emplace_back();
+    for (std::size_t i = 0; i < share.CountGroups(); ++i) {
+      const std::uint32_t group = numbers.Add(share.GetKey(i));
+      if (group == fvGroups.size()) AddGroup(share.GetKey(i), decode);
+      fvGroups[group].fEnd += share.CountRows(i);
+      united.back().push_back(group);
+    }
+  }
+  return united;
+}
+
+void SplitIndex::AddGroup(std::span<const double> key, const Decoder& decode) {
   fvGroups.emplace_back();
   for (std::size_t i = 0; i < key.size(); ++i) {
     fvGroups.back().fvKey.push_back(decode(static_cast<int>(i), key[i]));

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,23 +27,29 @@ class SplitIndex {
 
   // Without split variables: one group, the whole file.
   explicit SplitIndex(std::uint64_t rows);
-  // From a cursor that hands out the split variables.
-  SplitIndex(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
+  // From a fresh cursor that hands out the split variables. As many threads, at least 1, share the rows; what
+  // comes out doesn't depend on their number. Throws std::length_error.
+  SplitIndex(const CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode, int threads);
 
   const std::vector<Group>& GetGroups() const { return fvGroups; }
-  bool IsFileOrder() const { return fvPositions.empty(); }
+  bool IsFileOrder() const { return fpPositions == nullptr; }
   // The position of each row in this order; empty for the order of the file.
-  const std::vector<std::uint32_t>& GetPositions() const { return fvPositions; }
+  std::span<const std::uint32_t> GetPositions() const { return {fpPositions.get(), fRows}; }
   // The row at each position; empty likewise.
   std::vector<std::uint32_t> MakeRows() const;
 
  private:
-  void FindGroups(CaseCursor& cursor, std::uint64_t rows, int variables, const Decoder& decode);
-  void AddGroup(const std::vector<double>& key, const Decoder& decode);
+  class Share;
+
+  std::vector<std::vector<std::uint32_t>> FindPlaces(const std::vector<Share>& shares, const Decoder& decode);
+  std::vector<std::vector<std::uint32_t>> UniteGroups(const std::vector<Share>& shares,
+                                                      const Decoder& decode);
+  void AddGroup(std::span<const double> key, const Decoder& decode);
   std::vector<std::uint32_t> SortGroups();
 
   std::vector<Group> fvGroups;
-  std::vector<std::uint32_t> fvPositions;
+  std::unique_ptr<std::uint32_t[]> fpPositions;
+  std::size_t fRows = 0;  // that have positions
 };
 
 }  // namespace BayesHost

@@ -158,23 +158,26 @@ TEST(DataSet, UnsortedSplitsKeepTheirOrderBeyondMemory) {
   std::string text = "g,x\n";
   for (int i = 0; i < kCases; ++i) text += std::to_string(i * 5 % kGroups) + "," + std::to_string(i) + "\n";
   const TempData temp(text);
-  DataSet data(temp.GetFile(), {std::size_t{8} << 20, 1});
-  data.SetSplit({0});
-  data.Require({1});
-  data.Load();
-  ASSERT_EQ(data.GetGroups().size(), static_cast<std::size_t>(kGroups));
-  CaseCursor cursor = data.MakeCursor({0, 1});
-  std::uint64_t cases = 0;
-  for (int group = 0; group < kGroups; ++group) {
-    const SplitIndex::Group& range = data.GetGroups()[static_cast<std::size_t>(group)];
-    cursor.SetRange(range.fBegin, range.fEnd);
-    for (double previous = -1; cursor.Next(); previous = cursor.GetValues()[1], ++cases) {
-      ASSERT_EQ(cursor.GetValues()[0], group);
-      ASSERT_GT(cursor.GetValues()[1], previous);
-      ASSERT_EQ(static_cast<int>(cursor.GetValues()[1]) * 5 % kGroups, group);
+  for (const int threads : {1, 3}) {
+    SCOPED_TRACE(threads);
+    DataSet data(temp.GetFile(), {std::size_t{8} << 20, threads});
+    data.SetSplit({0});
+    data.Require({1});
+    data.Load();
+    ASSERT_EQ(data.GetGroups().size(), static_cast<std::size_t>(kGroups));
+    CaseCursor cursor = data.MakeCursor({0, 1});
+    std::uint64_t cases = 0;
+    for (int group = 0; group < kGroups; ++group) {
+      const SplitIndex::Group& range = data.GetGroups()[static_cast<std::size_t>(group)];
+      cursor.SetRange(range.fBegin, range.fEnd);
+      for (double previous = -1; cursor.Next(); previous = cursor.GetValues()[1], ++cases) {
+        ASSERT_EQ(cursor.GetValues()[0], group);
+        ASSERT_GT(cursor.GetValues()[1], previous);
+        ASSERT_EQ(static_cast<int>(cursor.GetValues()[1]) * 5 % kGroups, group);
+      }
     }
+    EXPECT_EQ(cases, static_cast<std::uint64_t>(kCases));
   }
-  EXPECT_EQ(cases, static_cast<std::uint64_t>(kCases));
 }
 
 }  // namespace

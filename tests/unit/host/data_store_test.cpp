@@ -109,7 +109,7 @@ TEST(StringPool, CodesByAppearanceWithoutTrailingBlanks) {
 }
 
 // Groups of a table of two columns as "key key: row row | ...".
-std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText) {
+std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText, int threads) {
   MemoryBudget budget(1U << 20);
   ColumnStore store(budget, 2);
   for (const auto& row : rows) {
@@ -117,13 +117,13 @@ std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText
     store.Advance(1);
   }
   store.Finish();
-  CaseCursor cursor({{&store, 0}, {&store, 1}});
+  const CaseCursor cursor({{&store, 0}, {&store, 1}});
   const std::vector<std::string> texts = {"beta", "alpha", "Alpha"};
   const auto decode = [&](int, double value) {
     if (!asText) return OBS(value);
     return OBS(value == M ? std::string() : texts[static_cast<std::size_t>(value)]);
   };
-  const SplitIndex index(cursor, rows.size(), 2, decode);
+  const SplitIndex index(cursor, rows.size(), 2, decode, threads);
   const std::vector<std::uint32_t> order = index.MakeRows();
   std::string shown;
   for (const SplitIndex::Group& group : index.GetGroups()) {
@@ -140,11 +140,14 @@ std::string ShowGroups(const std::vector<std::vector<double>>& rows, bool asText
 }
 
 TEST(SplitIndex, SortsGroupsAndKeepsTheOrderOfRows) {
-  EXPECT_EQ(ShowGroups({{2, 1}, {1, 9}, {2, 1}, {M, 1}, {2, 0}, {1, 9}, {10, 0}}, false),
-            ". 1 :3 | 1 9 :1:5 | 2 0 :4 | 2 1 :0:2 | 10 0 :6 | ");
-  EXPECT_EQ(ShowGroups({{0, 0}, {1, 0}, {2, 0}, {M, 0}, {1, 0}}, true),
-            " beta :3 | Alpha beta :2 | alpha beta :1:4 | beta beta :0 | ");
-  EXPECT_EQ(ShowGroups({}, false), "");
+  for (const int threads : {1, 2, 3, 10}) {
+    SCOPED_TRACE(threads);
+    EXPECT_EQ(ShowGroups({{2, 1}, {1, 9}, {2, 1}, {M, 1}, {2, 0}, {1, 9}, {10, 0}}, false, threads),
+              ". 1 :3 | 1 9 :1:5 | 2 0 :4 | 2 1 :0:2 | 10 0 :6 | ");
+    EXPECT_EQ(ShowGroups({{0, 0}, {1, 0}, {2, 0}, {M, 0}, {1, 0}}, true, threads),
+              " beta :3 | Alpha beta :2 | alpha beta :1:4 | beta beta :0 | ");
+    EXPECT_EQ(ShowGroups({}, false, threads), "");
+  }
 }
 
 }  // namespace
