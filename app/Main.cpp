@@ -76,7 +76,7 @@ bool WantsColour(int stream) {
 
 // On a terminal the tables fit it; elsewhere they get a width that suits a page, and messages that standard
 // error won't keep beside them.
-BayesHost::TextReport::Options MakeTextOptions(bool toFile) {
+BayesHost::TextReport::Options MakeTextOptions(bool toFile, int threads) {
   BayesHost::TextReport::Options options;
   winsize size{};
   const bool terminal = !toFile && isatty(STDOUT_FILENO) != 0;
@@ -85,6 +85,7 @@ BayesHost::TextReport::Options MakeTextOptions(bool toFile) {
   options.fUnicode = toFile || IsUnicodeLocale();
   options.fColour = !toFile && WantsColour(STDOUT_FILENO);
   options.fMessages = toFile;
+  options.fThreads = threads;
   return options;
 }
 
@@ -99,7 +100,8 @@ void WriteReport(const Request& request, const BayesHost::Report& report, std::o
     case Format::Csv:
       return BayesHost::CsvReport::Write(report, out);
     case Format::Text:
-      return BayesHost::TextReport(MakeTextOptions(!request.fOutputFile.empty())).Write(report, out);
+      return BayesHost::TextReport(MakeTextOptions(!request.fOutputFile.empty(), request.fThreads))
+          .Write(report, out);
   }
 }
 

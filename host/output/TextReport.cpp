@@ -2,11 +2,20 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+#include <utility>
+
 #include "host/output/TextTable.h"
 #include "host/output/TextWidth.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 namespace {
+
+constexpr std::size_t kPieceItems = 1000;
+constexpr std::size_t kPiecesAtOnce = 8;  // that are held as text
 
 std::string TitleOf(const PivotTable& table, const TableLayout& layout) {
   const std::string marks = layout.GetTableMarks();
@@ -39,22 +48,50 @@ void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) c
   if (!command.GetTitle().empty()) out << ": " << PlainText(command.GetTitle());
   if (command.IsFailed()) out << " (failed)";
   out << '\n';
-  WriteItems(command.GetItems(), "", out);
+  const std::vector<Piece> pieces = CutPieces(command.GetItems());
+  for (std::size_t first = 0; first < pieces.size(); first += kPiecesAtOnce) {
+    std::vector<std::string> texts(std::min(kPiecesAtOnce, pieces.size() - first));
+    ACAThreadFactory().ForEach(static_cast<int>(texts.size()), fOptions.fThreads, [&](int i) {
+      const auto place = static_cast<std::size_t>(i);
+      std::ostringstream text;
+      WritePiece(pieces[first + place], text);
+      texts[place] = std::move(text).str();
+    });
+    for (const std::string& text : texts) out << text;
+  }
 }
 
-void TextReport::WriteItems(const ItemList& items, std::string split, std::ostream& out) const {
-  for (const Item& item : items) {
-    if (!fOptions.fMessages && std::holds_alternative<Message>(item.fContent)) continue;
-    const std::string own = ShowSplit(item.GetSplit());
+// With many splits the layout of their tables takes as long as their analysis.
+std::vector<TextReport::Piece> TextReport::CutPieces(const ItemList& items) const {
+  std::vector<Piece> pieces;
+  std::string split;
+  std::size_t count = 0;
+  for (auto item = items.begin(); item != items.end(); ++item) {
+    if (count++ % kPieceItems == 0) pieces.push_back({item, item, split});
+    pieces.back().fEnd = std::next(item);
+    if (IsShown(*item)) split = ShowSplit(item->GetSplit());
+  }
+  return pieces;
+}
+
+bool TextReport::IsShown(const Item& item) const {
+  return fOptions.fMessages || !std::holds_alternative<Message>(item.fContent);
+}
+
+void TextReport::WritePiece(const Piece& piece, std::ostream& out) const {
+  std::string split = piece.fSplit;
+  for (auto item = piece.fBegin; item != piece.fEnd; ++item) {
+    if (!IsShown(*item)) continue;
+    const std::string own = ShowSplit(item->GetSplit());
     if (!own.empty() && own != split) out << '\n' << Bold("Split: " + own) << '\n';
     split = own;
-    const auto* heading = std::get_if<Heading>(&item.fContent);
+    const auto* heading = std::get_if<Heading>(&item->fContent);
     if (heading != nullptr && RepeatsSplit(*heading, split)) {
-      WriteItems(heading->fItems, split, out);
+      WritePiece({heading->fItems.begin(), heading->fItems.end(), split}, out);
       continue;
     }
     out << '\n';
-    std::visit([&](const auto& content) { WriteContent(content, out); }, item.fContent);
+    std::visit([&](const auto& content) { WriteContent(content, out); }, item->fContent);
   }
 }
 
@@ -72,7 +109,8 @@ void TextReport::WriteContent(const Message& message, std::ostream& out) const {
 void TextReport::WriteContent(const Heading& heading, std::ostream& out) const {
   out << Bold(heading.fText.fText) << '\n';
   // The split of the first item stands above the heading itself.
-  WriteItems(heading.fItems, heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().GetSplit()), out);
+  const std::string split = heading.fItems.empty() ? "" : ShowSplit(heading.fItems.front().GetSplit());
+  WritePiece({heading.fItems.begin(), heading.fItems.end(), split}, out);
 }
 
 void TextReport::WriteContent(const std::shared_ptr<PivotTable>& table, std::ostream& out) const {

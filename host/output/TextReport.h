@@ -2,6 +2,8 @@
 #pragma once
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 #include "host/output/Report.h"
 #include "platform/Visibility.h"
@@ -15,6 +17,7 @@ class BAYES_PLATFORM TextReport {
     bool fUnicode = true;   // false: ASCII rules
     bool fColour = false;   // ANSI colour sequences
     bool fMessages = true;  // false: messages are shown elsewhere (Diagnostic)
+    int fThreads = 1;       // that lay out tables; 0: all cores
   };
 
   explicit TextReport(Options options);
@@ -24,8 +27,16 @@ class BAYES_PLATFORM TextReport {
   void WriteCommand(const CommandOutput& command, std::ostream& out) const;
 
  private:
-  // `split`: the one that stands above already; empty: none.
-  void WriteItems(const ItemList& items, std::string split, std::ostream& out) const;
+  // Items [fBegin, fEnd) and the split that stands above already; empty: none.
+  struct Piece {
+    ItemList::const_iterator fBegin;
+    ItemList::const_iterator fEnd;
+    std::string fSplit;
+  };
+
+  std::vector<Piece> CutPieces(const ItemList& items) const;
+  void WritePiece(const Piece& piece, std::ostream& out) const;
+  bool IsShown(const Item& item) const;
   void WriteContent(const Notes& notes, std::ostream& out) const;
   void WriteContent(const Message& message, std::ostream& out) const;
   void WriteContent(const Heading& heading, std::ostream& out) const;
