@@ -63,6 +63,12 @@ double StandardStudentLower(double df, double tail) {
   return isOrdinary ? quantile(FastStudent(df), tail) : quantile(Student(df), tail);
 }
 
+// A sixth of the time, for twice the rounding error at most.
+double StandardStudentCdf(double df, double x) {
+  const bool isOrdinary = df >= 2 && df <= 1e10;
+  return isOrdinary ? cdf(FastStudent(df), x) : cdf(Student(df), x);
+}
+
 double StandardGammaLower(double shape, double tail) {
   if (shape > kLargestGammaShape) return NearlyNormalGamma(shape, quantile(Normal(), tail));
   return quantile(Gamma(shape, 1), tail);
@@ -193,7 +199,9 @@ double GammaDistribution::UpperQuantile(double tail) const {
   return StandardGammaUpper(fShape, tail) / fRate;
 }
 
+// The library calls the density at 0 zero whatever the shape.
 double GammaDistribution::Density(double x) const {
+  if (x == 0 && fShape <= 1) return fShape < 1 ? std::numeric_limits<double>::infinity() : fRate;
   return fRate * pdf(Gamma(fShape, 1), fRate * x);
 }
 
@@ -236,7 +244,7 @@ double FSignificance(double statistic, double df1, double df2) {
 
 double TwoSidedSignificance(double statistic, double df) {
   const double x = -std::abs(statistic);
-  return WithoutSubnormal(2 * (std::isinf(df) ? cdf(Normal(), x) : cdf(Student(df), x)));
+  return WithoutSubnormal(2 * (std::isinf(df) ? cdf(Normal(), x) : StandardStudentCdf(df, x)));
 }
 
 }  // namespace BayesComponent

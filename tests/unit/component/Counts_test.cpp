@@ -172,6 +172,36 @@ TEST(Counts, DrawImproperPriorsAsTheirKernel) {
   }
 }
 
+// What nobody sees is drawn as far as it takes to know that it exists; at a rate of 0 some priors are
+// infinite.
+TEST(Counts, DrawHiddenCurvesUpToTheirFirstNumber) {
+  struct Row {
+    const char* fName;
+    double fShape;
+    Column fCounts;
+    std::size_t fPoints;  // that are computed of prior and posterior
+  };
+  const Row rows[] = {{"numbers from the first point on", 2, {3, 5, 2}, 1},
+                      {"an infinite density first", 1e-3, {0, 0, 0}, 2},
+                      {"no cases", 2, {kMissing, kMissing, kMissing}, 0}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.fName);
+    BSNSettings settings = PoissonSettings({{"PriorParam1", row.fShape}, {"PriorParam2", 1.0}});
+    const std::vector<Column> columns = {row.fCounts, {1, 1, 1}};
+    Model<Poisson> shown(settings, columns);
+    settings.SetPlotsShown(false);
+    Model<Poisson> hidden(settings, columns);
+    const Column& all = shown.Record().GetPlotPrior().at(0);
+    EXPECT_EQ(all.size(), row.fPoints == 0 ? 0u : 201u);
+    const Column& prior = hidden.Record().GetPlotPrior().at(0);
+    ASSERT_EQ(prior.size(), row.fPoints);
+    EXPECT_TRUE(std::equal(prior.begin(), prior.end(), all.begin()));
+    EXPECT_EQ(hidden.Record().GetPlotPosterior().at(0).size(), row.fPoints);
+    EXPECT_EQ(hidden.Record().GetPlotLikelihoods().at(0).size(), std::min<std::size_t>(row.fPoints, 1));
+    EXPECT_EQ(hidden.Codes(), shown.Codes());
+  }
+}
+
 // The marginal likelihoods by quadrature, for priors that pull both ways and counts of every size.
 TEST(CountBayesFactor, IsTheRatioOfItsIntegrals) {
   const ConjugatePrior null{3, 0.7};

@@ -60,6 +60,16 @@ TEST(Distribution, KeepsItsDigitsWithLargeShapes) {
   }
 }
 
+TEST(Distribution, DensitiesAtTheEdgeOfTheirRange) {
+  const double infinite = std::numeric_limits<double>::infinity();
+  for (const auto& [shape, atZero] : {std::pair(0.5, infinite), {1.0, 3.0}, {1.5, 0.0}}) {
+    EXPECT_EQ(GammaDistribution(shape, 3).Density(0), atZero) << shape;
+    EXPECT_EQ(BetaDistribution(shape, 3).Density(0), atZero) << shape;
+    EXPECT_EQ(BetaDistribution(3, shape).Density(1), atZero) << shape;
+    EXPECT_EQ(InverseGammaDistribution(shape, 3).Density(0), 0) << shape;
+  }
+}
+
 struct MomentRow {
   std::shared_ptr<Distribution> fDistribution;
   std::optional<double> fMode, fMean, fVariance;
@@ -124,6 +134,18 @@ TEST(Distribution, SignificanceUnderflowsToZero) {
   EXPECT_NEAR(TwoSidedSignificance(-1, 1), 0.5, 1e-15);
   EXPECT_EQ(TwoSidedSignificance(0, 5), 1);
   EXPECT_EQ(FSignificance(1e6, 1, 1e9), 0);
+}
+
+TEST(TwoSidedSignificance, MeetsItsClosedForms) {
+  for (const double t : {1e-3, 0.7, 12.0, 1e6}) {
+    const double hypotenuse = std::sqrt(t * t + 2);
+    const double ofTwo = 2 / (hypotenuse * (hypotenuse + t));
+    EXPECT_NEAR(TwoSidedSignificance(t, 2), ofTwo, 2e-14 * ofTwo) << t;
+    const double ofOne = std::atan(1 / t) * 2 / std::numbers::pi;
+    EXPECT_NEAR(TwoSidedSignificance(-t, 1), ofOne, 2e-14 * ofOne) << t;
+    const double ofNormal = std::erfc(t / std::numbers::sqrt2);
+    EXPECT_NEAR(TwoSidedSignificance(t, 1e13), ofNormal, 1e-9 * ofNormal) << t;
+  }
 }
 
 TEST(FSignificance, MeetsItsClosedForms) {
