@@ -109,8 +109,7 @@ ValueRange CaseBlock::FindRange(std::size_t slot) {
 void CaseBlock::CopyKept(std::size_t slot, std::size_t from, std::vector<double>& values) {
   const double* const column = GetColumn(fvColumns[slot]);
   values.clear();
-  if (IsAllKept()) values.assign(column + from, column + fvFates.size());
-  for (std::size_t i = from; i < fvFates.size() && !IsAllKept(); ++i) {
+  for (std::size_t i = from; i < fvFates.size(); ++i) {
     if (fvFates[i] == CaseFate::Kept) values.push_back(column[i]);
   }
 }

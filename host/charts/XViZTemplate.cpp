@@ -128,8 +128,7 @@ std::string XViZTemplate::GetFilledText() const {
     return "";
   }
   if (!HasCurves(parsed, fpState->fSeries)) return "";
-  const BayesHost::RunOptions& options = BayesHost::Session::Current().GetOptions();
-  if (!options.Wants(BayesHost::ChartUse::Document)) return kNoDocument;
+  if (!XDocument::IsShown()) return kNoDocument;
   Json document = parsed;
   KeepSeries(document, fpState->fSeries);
   FillLabels(document, fpState->fvLabels);

@@ -16,6 +16,10 @@ namespace {
 
 constexpr double kMissing = MCCommon_850::MCMV::Missing();
 
+constexpr std::size_t Index(int i) {
+  return static_cast<std::size_t>(i);
+}
+
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
@@ -32,17 +36,13 @@ constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
 // A query runs on one thread: see SqlTable.
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
-  const std::size_t least = kLeastEngineBytes * static_cast<std::size_t>(threads);
+  const std::size_t least = kLeastEngineBytes * Index(threads);
   const bool opensAhead = limits.fIsToBeRead && limits.fThreads > 1;
   return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead};
 }
 
 // Fewer cases than this are sorted sooner than another thread has begun.
 constexpr std::uint64_t kLeastSortShare = std::uint64_t{1} << 16;
-
-constexpr std::size_t Index(int i) {
-  return static_cast<std::size_t>(i);
-}
 
 // The cursor's cases that have a place in this stretch of the order, which begins at `begin`.
 void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, std::size_t begin,
@@ -163,7 +163,7 @@ void DataSet::Expect(const std::vector<int>& variables) {
 std::vector<int> DataSet::ListUnread(std::vector<int> wanted) const {
   std::sort(wanted.begin(), wanted.end());
   wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
-  std::erase_if(wanted, [this](int i) { return fvPlaces[static_cast<std::size_t>(i)].fpStore != nullptr; });
+  std::erase_if(wanted, [this](int i) { return fvPlaces[Index(i)].fpStore != nullptr; });
   return wanted;
 }
 
@@ -173,8 +173,8 @@ bool DataSet::Load(const StopQuery& stop) {
   required.insert(required.end(), fvSplit.begin(), fvSplit.end());
   if (fWeight >= 0) required.push_back(fWeight);
   required = ListUnread(std::move(required));
-  const auto made = std::find_if(required.begin(), required.end(),
-                                 [this](int i) { return static_cast<std::size_t>(i) >= fFileVariables; });
+  const auto made =
+      std::find_if(required.begin(), required.end(), [this](int i) { return Index(i) >= fFileVariables; });
   const std::vector<int> unfilled(made, required.end());
   required.erase(made, required.end());
   if (!unfilled.empty()) FillWithMissing(unfilled);
@@ -206,7 +206,7 @@ bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& st
 
 bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
   fpSource->Prepare();
-  for (const int variable : variables) fvPools[static_cast<std::size_t>(variable)] = {};
+  for (const int variable : variables) fvPools[Index(variable)] = {};
   bool isFinite = true;
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {
@@ -229,7 +229,7 @@ bool DataSet::TakeRows(const Engine::Stream& stream, const std::vector<int>& var
       double* tail = store.GetTail(static_cast<int>(i));
       if (GetVariable(variables[i]).IsString()) {
         stream.GetStrings(i, from, count, texts.data());
-        EncodeStrings(texts.data(), count, fvPools[static_cast<std::size_t>(variables[i])], tail);
+        EncodeStrings(texts.data(), count, fvPools[Index(variables[i])], tail);
       } else {
         isFinite &= stream.GetNumbers(i, from, count, tail);
       }
@@ -256,7 +256,7 @@ void DataSet::Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnSto
   }
   fCases = store->CountRows();
   for (std::size_t i = 0; i < variables.size(); ++i) {
-    fvPlaces[static_cast<std::size_t>(variables[i])] = {store.get(), static_cast<int>(i)};
+    fvPlaces[Index(variables[i])] = {store.get(), static_cast<int>(i)};
   }
   fvStores.push_back(std::move(store));
 }
@@ -271,16 +271,14 @@ std::uint64_t DataSet::CountCases() {
 std::vector<ColumnPlace> DataSet::FindPlaces(const std::vector<int>& variables) const {
   std::vector<ColumnPlace> places;
   places.reserve(variables.size());
-  for (const int variable : variables) places.push_back(fvPlaces[static_cast<std::size_t>(variable)]);
+  for (const int variable : variables) places.push_back(fvPlaces[Index(variable)]);
   return places;
 }
 
 const std::vector<SplitIndex::Group>& DataSet::GetGroups() {
   if (!fpIndex && fvSplit.empty()) fpIndex = std::make_unique<SplitIndex>(fCases);
   if (!fpIndex) {
-    const auto decode = [this](int i, double value) {
-      return Decode(fvSplit[static_cast<std::size_t>(i)], value);
-    };
+    const auto decode = [this](int i, double value) { return Decode(fvSplit[Index(i)], value); };
     fpIndex = std::make_unique<SplitIndex>(CaseCursor(FindPlaces(fvSplit)), fCases,
                                            static_cast<int>(fvSplit.size()), decode, CountSortThreads());
   }
@@ -305,8 +303,7 @@ int DataSet::CountSortThreads() const {
 void DataSet::SortColumns(const std::vector<int>& variables) {
   for (const int variable : variables) {
     if (fSorted.contains(variable)) continue;
-    fSorted.emplace(variable,
-                    Rearrange(fvPlaces[static_cast<std::size_t>(variable)], fpIndex->GetPositions()));
+    fSorted.emplace(variable, Rearrange(fvPlaces[Index(variable)], fpIndex->GetPositions()));
   }
 }
 

@@ -47,8 +47,8 @@ bool IsLessKey(const std::vector<OBS>& a, const std::vector<OBS>& b) {
 // each share.
 class SplitIndex::Share {
  public:
-  Share(const CaseCursor& cursor, std::uint64_t begin, std::uint64_t end, std::size_t variables)
-      : fCursor(cursor), fBegin(begin), fEnd(end), fVariables(variables) {}
+  Share(CaseCursor cursor, std::uint64_t begin, std::uint64_t end, std::size_t variables)
+      : fCursor(std::move(cursor)), fBegin(begin), fEnd(end), fVariables(variables) {}
 
   // Until they are placed, a row's position is its group.
   void FindGroups(std::uint32_t* positions) {

@@ -48,7 +48,12 @@ void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) c
   if (!command.GetTitle().empty()) out << ": " << PlainText(command.GetTitle());
   if (command.IsFailed()) out << " (failed)";
   out << '\n';
-  const std::vector<Piece> pieces = CutPieces(command.GetItems());
+  WriteItems(command.GetItems(), out);
+}
+
+// With many splits the layout of their tables takes as long as their analysis.
+void TextReport::WriteItems(const ItemList& items, std::ostream& out) const {
+  const std::vector<Piece> pieces = CutPieces(items);
   for (std::size_t first = 0; first < pieces.size(); first += kPiecesAtOnce) {
     std::vector<std::string> texts(std::min(kPiecesAtOnce, pieces.size() - first));
     ACAThreadFactory().ForEach(static_cast<int>(texts.size()), fOptions.fThreads, [&](int i) {
@@ -61,15 +66,16 @@ void TextReport::WriteCommand(const CommandOutput& command, std::ostream& out) c
   }
 }
 
-// With many splits the layout of their tables takes as long as their analysis.
 std::vector<TextReport::Piece> TextReport::CutPieces(const ItemList& items) const {
   std::vector<Piece> pieces;
-  std::string split;
+  const Item* above = nullptr;
   std::size_t count = 0;
   for (auto item = items.begin(); item != items.end(); ++item) {
-    if (count++ % kPieceItems == 0) pieces.push_back({item, item, split});
+    if (count++ % kPieceItems == 0) {
+      pieces.push_back({item, item, above == nullptr ? "" : ShowSplit(above->GetSplit())});
+    }
     pieces.back().fEnd = std::next(item);
-    if (IsShown(*item)) split = ShowSplit(item->GetSplit());
+    if (IsShown(*item)) above = &*item;
   }
   return pieces;
 }

@@ -34,6 +34,7 @@ class BAYES_PLATFORM TextReport {
     std::string fSplit;
   };
 
+  void WriteItems(const ItemList& items, std::ostream& out) const;
   std::vector<Piece> CutPieces(const ItemList& items) const;
   void WritePiece(const Piece& piece, std::ostream& out) const;
   bool IsShown(const Item& item) const;

@@ -90,8 +90,8 @@ class BAYES_PLATFORM ACAInputAdapter {
   // True: in the current pass nobody rejects or recodes single cases, so that AdvanceRun and FillDataFile may
   // take all that pass the missing rules without a call for each. The base version says false.
   virtual bool TakesCasesAsTheyAre() const;
-  // For the cases that were taken so at once, PreprocessRecord's place; what it wants of them GetRunValues
-  // tells. The base version does nothing.
+  // Called in place of PreprocessRecord for cases that were taken at once; GetRunValues hands out their
+  // values. The base version does nothing.
   virtual void PreprocessRun();
 
   // True when split-file processing is on.

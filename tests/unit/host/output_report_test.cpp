@@ -267,6 +267,24 @@ TEST_F(OutputReport, HiddenTableIsInNoReport) {
   EXPECT_TRUE(fpOutput->GetItems().empty());
 }
 
+// Some of them begin or go on where the layout is shared out between threads; messages are shown elsewhere.
+TEST(OutputText, NamesEachOfManySplitsOnce) {
+  CommandOutput output("BAYES", "BAYES.", 1);
+  std::string expected;
+  for (int i = 0; i < 3500; ++i) {
+    output.SetSplit({{"g", "g", DataValue(), std::to_string(i)}});
+    output.Add(Chart{"first", {}, {}, {}});
+    output.Add(Message{});
+    output.Add(Chart{"second", {}, {}, {}});
+    expected += "\nSplit: g = " + std::to_string(i) + "\n\nChart: first\n\nChart: second\n";
+  }
+  for (const int threads : {1, 3}) {
+    std::ostringstream out;
+    TextReport({10, false, false, false, threads}).WriteCommand(output, out);
+    EXPECT_TRUE(out.str() == "\n==========\nBAYES\n" + expected) << threads << out.str().substr(0, 200);
+  }
+}
+
 TEST(OutputCsv, FieldsKeepTheirTextAndRunNothing) {
   const std::pair<const char*, const char*> kFields[] = {
       {"", ""},
