@@ -55,7 +55,8 @@ BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, co
       fSpecs(*specs),
       fChartDictionary(PathFactory::getPathInstance(kChartTemplates)),
       fFactory(*factory),
-      fStatSettings(*specs->GetStatSettingsPtr()) {
+      fStatSettings(*specs->GetStatSettingsPtr()),
+      fIntervalLabel(MakeIntervalLabel(fStatSettings.GetCILevel())) {
   fChartDictionary.SetProcedure(specs->GetProcTitle());
 }
 

@@ -197,7 +197,7 @@ class BYSOutput {
   BpAnnotation MakeNote(const char* key) const;
   BpAnnotation MakeSamplesNote() const;
   std::vector<const char*> GetBayesFactorNotes() const;
-  BpComposite GetIntervalLabel() const;
+  static BpComposite MakeIntervalLabel(double level);
   static std::vector<Column> GetPosteriorColumns(Format location, Format variance, const char* varianceLabel,
                                                  const std::vector<double>& modes,
                                                  const std::vector<double>& means,
@@ -215,6 +215,7 @@ class BYSOutput {
   FacSTDictionary fChartDictionary;
   BYSFactory& fFactory;
   const MCBSN_850::BSNSettings& fStatSettings;
+  const BpComposite fIntervalLabel;
   const MCBSN_850::BSNSettings* fpCompSettings = nullptr;
   const MCBSN_850::BSNOutputStats* fpOutputStats = nullptr;
 };

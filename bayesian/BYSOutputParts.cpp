@@ -76,7 +76,7 @@ BpCategory BYSOutput::AddColumn(BpDimension& statistics, const Column& column) c
     case Group::Counts:
       return group(BpString("counts", true)).Category(label);
     case Group::Interval:
-      return group(GetIntervalLabel()).Category(label);
+      return group(fIntervalLabel).Category(label);
     default:
       return statistics.Category(label);
   }
@@ -139,9 +139,9 @@ std::vector<BYSOutput::Column> BYSOutput::GetPosteriorColumns(
           {Group::Interval, "Upper Bound", location, &upper}};
 }
 
-BpComposite BYSOutput::GetIntervalLabel() const {
+BpComposite BYSOutput::MakeIntervalLabel(double level) {
   BpComposite label("^1 Credible Interval", true);
-  label.Add(BpNumber(fpCompSettings->GetCILevel(), BpProcedure::SigDigit()));
+  label.Add(BpNumber(level, BpProcedure::SigDigit()));
   label.Finish();
   return label;
 }

@@ -2,6 +2,7 @@
 #include "platform/component/Component.h"
 
 #include <ostream>
+#include <utility>
 
 #include "component/Analysis.h"
 #include "component/CaseReader.h"
@@ -33,6 +34,7 @@ std::unique_ptr<BSNOutputStats> MakeEmptyStats(const BSNSettings& settings) {
 struct BSNComponent::State {
   BSNSettings fSettings;
   StatusList fStatuses;
+  std::unique_ptr<Analysis> fpAnalysis;  // until it is run
   std::unique_ptr<BSNOutputStats> fpStats;
 };
 
@@ -40,9 +42,10 @@ BSNComponent::BSNComponent(const BSNSettings& settings, const MCXML_850::MCVarLi
     : fpState(std::make_unique<State>()) {
   fpState->fSettings = settings;
   fpState->fpStats = MakeEmptyStats(settings);
-  StatusList unused;
-  const bool isAnalysis = settings.IsValidSettings() && BayesComponent::MakeAnalysis(settings, unused);
-  if (!isAnalysis) fpState->fStatuses.Fail(BayesComponent::kNoAnalysis);
+  if (settings.IsValidSettings()) {
+    fpState->fpAnalysis = BayesComponent::MakeAnalysis(fpState->fSettings, fpState->fStatuses);
+  }
+  if (!fpState->fpAnalysis) fpState->fStatuses.Fail(BayesComponent::kNoAnalysis);
 }
 
 BSNComponent::~BSNComponent() = default;
@@ -54,7 +57,8 @@ MCCommon_850::MCStatus BSNComponent::GetStatus() const {
 MCCommon_850::MCStatus BSNComponent::BuildModel(MCCommon_850::MCRecordSource& records) {
   StatusList& statuses = fpState->fStatuses;
   if (statuses.Error().IsError()) return statuses.Error();
-  const std::unique_ptr<Analysis> analysis = BayesComponent::MakeAnalysis(fpState->fSettings, statuses);
+  std::unique_ptr<Analysis> analysis = std::exchange(fpState->fpAnalysis, nullptr);
+  if (!analysis) analysis = BayesComponent::MakeAnalysis(fpState->fSettings, statuses);
   CaseReader(fpState->fSettings, statuses).Read(records, *analysis);
   if (statuses.Error().IsError()) return statuses.Error();
   std::unique_ptr<BSNOutputStats> stats = analysis->Finish();

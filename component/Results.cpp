@@ -12,23 +12,16 @@ constexpr double kLargestLog = 700;
 constexpr int kCurvePoints = 201;
 constexpr double kCurveTail = 0.0005;
 
-// None over a range that is no interval of finite numbers.
-Values ArgumentsOver(const Interval& range) {
+// Empty over a range that is no interval of finite numbers.
+Curve CurveOver(const Interval& range, const Density& f, bool isShown) {
   const double width = range.fUpper - range.fLower;
   if (!(width > 0) || std::isinf(width)) return {};
-  Values arguments(kCurvePoints);
-  for (int i = 0; i < kCurvePoints; ++i) {
-    arguments[static_cast<std::size_t>(i)] = range.fLower + width * i / (kCurvePoints - 1);
-  }
-  return arguments;
-}
-
-Curve CurveOver(const Values& arguments, const Density& f, bool isShown) {
   Curve curve;
-  const std::size_t least = isShown ? arguments.size() : 1;
+  const std::size_t least = isShown ? kCurvePoints : 1;
   curve.fArguments.reserve(least);
   curve.fValues.reserve(least);
-  for (const double x : arguments) {
+  for (int i = 0; i < kCurvePoints; ++i) {
+    const double x = range.fLower + width * i / (kCurvePoints - 1);
     curve.fArguments.push_back(x);
     curve.fValues.push_back(Shown(f(x)));
     if (!isShown && IsGiven(curve.fValues.back())) break;
@@ -105,14 +98,12 @@ CurveSet DrawCurves(const BSNSettings& settings, const Likelihood& likelihood, c
     const Interval ofPosterior = posterior->CentralInterval(kCurveTail);
     range = {std::min(range.fLower, ofPosterior.fLower), std::max(range.fUpper, ofPosterior.fUpper)};
   }
-  const Values arguments = ArgumentsOver(range);
-  const auto draw = [&](const Density& f) { return CurveOver(arguments, f, settings.GetPlotsShown()); };
+  const auto draw = [&](const Density& f) { return CurveOver(range, f, settings.GetPlotsShown()); };
   return {draw(likelihood.fLog), posterior ? draw(DensityOf(*posterior)) : Curve(), draw(prior)};
 }
 
 Curve DrawPosterior(const BSNSettings& settings, const Distribution& posterior) {
-  return CurveOver(ArgumentsOver(posterior.CentralInterval(kCurveTail)), DensityOf(posterior),
-                   settings.GetPlotsShown());
+  return CurveOver(posterior.CentralInterval(kCurveTail), DensityOf(posterior), settings.GetPlotsShown());
 }
 
 }  // namespace BayesComponent

@@ -18,15 +18,15 @@ std::uint64_t Mix(std::uint64_t bits) {
 
 }  // namespace
 
-RandomStream::RandomStream(std::uint64_t seed, std::uint64_t task) : fEngine(Mix(Mix(seed) + task + 1)) {}
+RandomStream::RandomStream(std::uint64_t seed, std::uint64_t task) : fSeed(Mix(Mix(seed) + task + 1)) {}
 
 double RandomStream::Uniform() {
   constexpr double kStep = 0x1p-53;
-  return (static_cast<double>(fEngine() >> 11) + 0.5) * kStep;
+  return (static_cast<double>(Engine()() >> 11) + 0.5) * kStep;
 }
 
 double RandomStream::Normal() {
-  return boost::random::normal_distribution<double>()(fEngine);
+  return boost::random::normal_distribution<double>()(Engine());
 }
 
 // C. P. Robert (1995), Simulation of truncated normal variables, Stat. Comput. 5:121-125, sections 2.1 and

@@ -3,13 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <random>
 
 namespace BayesComponent {
 
 class RandomStream {
  public:
-  explicit RandomStream(std::uint64_t seed) : fEngine(seed) {}
+  explicit RandomStream(std::uint64_t seed) : fSeed(seed) {}
   // One of many streams under one seed: tasks that run in any order draw from streams of their own.
   RandomStream(std::uint64_t seed, std::uint64_t task);
 
@@ -24,7 +25,11 @@ class RandomStream {
   double LogGamma(double shape);
 
  private:
-  std::mt19937_64 fEngine;
+  std::mt19937_64& Engine() { return fEngine ? *fEngine : fEngine.emplace(fSeed); }
+
+  std::uint64_t fSeed;
+  // Made for the first draw: it takes as long as some hundred draws, and most analyses draw nothing.
+  std::optional<std::mt19937_64> fEngine;
 };
 
 }  // namespace BayesComponent

@@ -10,24 +10,24 @@ namespace BayesHost {
 
 namespace {
 
-constexpr std::size_t kPage = 4096;
+constexpr std::size_t kPage = Slab::kPageDoubles * sizeof(double);
 constexpr std::size_t kLargeSlab = std::size_t{1} << 20;
 
-double* MakeSlab(std::size_t bytes) {
-  void* const slab = std::aligned_alloc(kPage, (bytes + kPage - 1) / kPage * kPage);
-  if (slab == nullptr) throw std::bad_alloc();
-  return static_cast<double*>(slab);
+}  // namespace
+
+Slab::Slab(std::size_t doubles) {
+  const std::size_t pages = (doubles + kPageDoubles - 1) / kPageDoubles;
+  fpDoubles.reset(static_cast<double*>(std::aligned_alloc(kPage, pages * kPage)));
+  if (fpDoubles == nullptr) throw std::bad_alloc();
 }
 
-// Memory that is about to be filled. One call of the kernel for all its pages takes a third less time than a
-// fault for each; a kernel that doesn't know this advice does nothing.
-void Populate([[maybe_unused]] void* slab, [[maybe_unused]] std::size_t bytes) {
+// One call of the kernel for all pages takes a third less time than a fault for each; a kernel that doesn't
+// know this advice does nothing.
+void Slab::Populate([[maybe_unused]] std::size_t begin, [[maybe_unused]] std::size_t end) const {
 #ifdef MADV_POPULATE_WRITE
-  madvise(slab, bytes, MADV_POPULATE_WRITE);
+  if (begin < end) madvise(Get() + begin, (end - begin) * sizeof(double), MADV_POPULATE_WRITE);
 #endif
 }
-
-}  // namespace
 
 BlockStore::BlockStore(MemoryBudget& budget, std::size_t blockSize)
     : fBudget(budget), fBlockSize(blockSize) {}
@@ -50,9 +50,9 @@ double* BlockStore::TakeRoom() {
     const std::size_t bytes = fBlockSize * sizeof(double);
     const std::size_t most = fOpenStays ? std::max<std::size_t>(kLargeSlab / bytes, 1) : 1;
     fFreeBlocks = std::clamp<std::size_t>(fvMemory.size(), 1, most);
-    fvSlabs.emplace_back(MakeSlab(fFreeBlocks * bytes));
-    fpNext = fvSlabs.back().get();
-    if (!fvMemory.empty()) Populate(fpNext, fFreeBlocks * bytes);
+    fvSlabs.emplace_back(fFreeBlocks * fBlockSize);
+    fpNext = fvSlabs.back().Get();
+    if (!fvMemory.empty()) fvSlabs.back().Populate(0, fFreeBlocks * fBlockSize);
   }
   --fFreeBlocks;
   return std::exchange(fpNext, fpNext + fBlockSize);
@@ -63,10 +63,21 @@ void BlockStore::Close() {
     fvMemory.push_back(std::exchange(fpOpen, nullptr));
     return;
   }
+  Spill(fpOpen, 1);
+}
+
+void BlockStore::Add(Slab slab, std::size_t blocks) {
+  const bool stays = !IsSpilled() && fBudget.Reserve(blocks * fBlockSize * sizeof(double));
+  if (!stays) return Spill(slab.Get(), blocks);
+  for (std::size_t i = 0; i < blocks; ++i) fvMemory.push_back(slab.Get() + i * fBlockSize);
+  fvSlabs.push_back(std::move(slab));
+}
+
+void BlockStore::Spill(const double* doubles, std::size_t blocks) {
   const std::size_t bytes = fBlockSize * sizeof(double);
   if (!fpFile) fpFile = std::make_unique<TempFile>();
-  fpFile->Write(std::uint64_t{fSpilled} * bytes, fpOpen, bytes);
-  ++fSpilled;
+  fpFile->Write(std::uint64_t{fSpilled} * bytes, doubles, blocks * bytes);
+  fSpilled += blocks;
 }
 
 const double* BlockStore::Read(std::size_t block, std::size_t from, std::size_t count, double* buffer) const {

@@ -25,6 +25,26 @@ class MemoryBudget {
   std::size_t fFree;
 };
 
+// Memory for doubles by whole pages, not filled yet.
+class Slab {
+ public:
+  // Throws std::bad_alloc.
+  explicit Slab(std::size_t doubles);
+
+  double* Get() const { return fpDoubles.get(); }
+  // Readies the pages that doubles [begin, end) lie in: sooner done than by a fault for each of them. Both
+  // must be multiples of kPageDoubles, or the slab's end.
+  void Populate(std::size_t begin, std::size_t end) const;
+
+  static constexpr std::size_t kPageDoubles = 512;
+
+ private:
+  struct Free {
+    void operator()(double* doubles) const { std::free(doubles); }
+  };
+  std::unique_ptr<double, Free> fpDoubles;
+};
+
 // A growing list of equal blocks of doubles: the first ones in memory while the budget lasts, all later ones
 // in a temporary file. Memory is taken by slabs of blocks, ever larger ones while they are small.
 class BlockStore {
@@ -43,19 +63,20 @@ class BlockStore {
   // again before Close, it is the same room.
   double* Open();
   void Close();
+  // Adds the first `blocks` blocks of a slab, all filled: they stay where they are if the budget has room for
+  // all of them. No block may be open.
+  void Add(Slab slab, std::size_t blocks);
   // `count` doubles of a block from position `from` on: the store's own memory, or `buffer` (room for `count`
   // doubles), filled from the file.
   const double* Read(std::size_t block, std::size_t from, std::size_t count, double* buffer) const;
 
  private:
-  struct Free {
-    void operator()(double* slab) const { std::free(slab); }
-  };
   double* TakeRoom();
+  void Spill(const double* doubles, std::size_t blocks);
 
   MemoryBudget& fBudget;
   std::size_t fBlockSize;
-  std::vector<std::unique_ptr<double, Free>> fvSlabs;
+  std::vector<Slab> fvSlabs;
   double* fpNext = nullptr;  // in the last slab
   std::size_t fFreeBlocks = 0;
   std::vector<double*> fvMemory;  // blocks

@@ -1,5 +1,8 @@
 #include "host/data/ColumnStore.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace BayesHost {
 
 ColumnStore::ColumnStore(MemoryBudget& budget, int columns)
@@ -18,6 +21,14 @@ void ColumnStore::Advance(std::size_t rows) {
 void ColumnStore::Finish() {
   if (fTailRows > 0) fBlocks.Close();
   fTailRows = 0;
+}
+
+void ColumnStore::Add(Slab slab, std::size_t rows) {
+  for (std::size_t from = 0; from < rows; from += kBlockRows) {
+    fvRanges.emplace_back().Take(slab.Get() + from, std::min(kBlockRows, rows - from));
+  }
+  fBlocks.Add(std::move(slab), (rows + kBlockRows - 1) / kBlockRows);
+  fRows += rows;
 }
 
 }  // namespace BayesHost

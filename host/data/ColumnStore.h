@@ -27,6 +27,9 @@ class ColumnStore {
   }
   void Advance(std::size_t rows);
   void Finish();
+  // Adds rows that were written elsewhere, to a store of one column that holds whole blocks only. The slab
+  // must end with a block. Finish isn't needed.
+  void Add(Slab slab, std::size_t rows);
 
   std::uint64_t CountRows() const { return fRows; }
   int CountColumns() const { return fColumns; }

@@ -32,6 +32,8 @@ constexpr std::size_t kLeastEngineBytes = std::size_t{32} << 20;
 // The engine is done when cases are sorted: some of its half serves.
 constexpr std::size_t kSortShare = 8;
 constexpr std::size_t kLeastSortBytes = std::size_t{4} << 20;
+constexpr std::size_t kBlockRows = ColumnStore::kBlockRows;
+constexpr std::size_t kBlockBytes = kBlockRows * sizeof(double);
 
 // A query runs on one thread: see SqlTable.
 Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& limits, bool hasQuery) {
@@ -43,6 +45,11 @@ Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& l
 
 // Fewer cases than this are sorted sooner than another thread has begun.
 constexpr std::uint64_t kLeastSortShare = std::uint64_t{1} << 16;
+
+// Where share `share` of `count` things begins, and the one before it ends.
+std::uint64_t CutShare(std::uint64_t count, int share, int shares) {
+  return count * Index(share) / Index(shares);
+}
 
 // The cursor's cases that have a place in this stretch of the order, which begins at `begin`.
 void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, std::size_t begin,
@@ -57,15 +64,6 @@ void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, st
   }
 }
 
-void Append(ColumnStore& store, std::span<const double> values) {
-  while (!values.empty()) {
-    const std::size_t count = std::min(values.size(), store.GetRoom());
-    std::copy_n(values.begin(), count, store.GetTail(0));
-    store.Advance(count);
-    values = values.subspan(count);
-  }
-}
-
 }  // namespace
 
 DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
@@ -74,7 +72,7 @@ DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
       fpSource(OpenTable(fFile, options, fEngine)),
-      fSortCases(std::max(limits.fMemoryBytes / kSortShare, kLeastSortBytes) / sizeof(double)) {
+      fSortBlocks(std::max(limits.fMemoryBytes / kSortShare, kLeastSortBytes) / kBlockBytes) {
   fFileBytes = std::filesystem::file_size(fFile.fPath);
   for (const VariableState& state : fpSource->GetVariables()) {
     fVariables.emplace_back(std::make_shared<const VariableState>(state));
@@ -309,23 +307,24 @@ void DataSet::SortColumns(const std::vector<int>& variables) {
 
 // A copy in another order, given the new place of each row. Cases taken one by one from a file would cost a
 // read each: instead each pass over the column, from first to last, gathers the next stretch of the order in
-// memory.
+// memory, which becomes a part of the copy as it is.
 std::unique_ptr<ColumnStore> DataSet::Rearrange(const ColumnPlace& column,
                                                 std::span<const std::uint32_t> places) {
   auto sorted = std::make_unique<ColumnStore>(fBudget, 1);
-  const std::size_t size = std::min<std::size_t>(places.size(), fSortCases);
-  const auto stretch = std::make_unique_for_overwrite<double[]>(size);
   const int threads = CountSortThreads();
-  for (std::size_t begin = 0; begin < places.size(); begin += size) {
-    const std::size_t end = std::min(begin + size, places.size());
+  while (const std::size_t left = places.size() - sorted->CountRows()) {
+    const std::size_t begin = sorted->CountRows();
+    const std::size_t blocks = std::min((left - 1) / kBlockRows + 1, fSortBlocks);
+    Slab slab(blocks * kBlockRows);
     ACAThreadFactory().ForEach(threads, threads, [&](int share) {
+      slab.Populate(CutShare(blocks, share, threads) * kBlockRows,
+                    CutShare(blocks, share + 1, threads) * kBlockRows);
       CaseCursor cursor({column});
-      cursor.SetRange(fCases * Index(share) / Index(threads), fCases * Index(share + 1) / Index(threads));
-      GatherStretch(cursor, places, begin, {stretch.get(), end - begin});
+      cursor.SetRange(CutShare(fCases, share, threads), CutShare(fCases, share + 1, threads));
+      GatherStretch(cursor, places, begin, {slab.Get(), blocks * kBlockRows});
     });
-    Append(*sorted, {stretch.get(), end - begin});
+    sorted->Add(std::move(slab), std::min(left, blocks * kBlockRows));
   }
-  sorted->Finish();
   return sorted;
 }
 

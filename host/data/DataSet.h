@@ -126,7 +126,7 @@ class BAYES_PLATFORM DataSet {
   std::vector<StringPool> fvPools;                      // of each variable, empty for numeric ones
   std::unique_ptr<SplitIndex> fpIndex;                  // made when first asked for
   std::map<int, std::unique_ptr<ColumnStore>> fSorted;  // columns in the order of the splits in force
-  std::size_t fSortCases;                               // cases that sorting holds in memory at a time
+  std::size_t fSortBlocks;                              // of a column that sorting holds in memory at a time
   std::uint64_t fCases = 0;
 };
 

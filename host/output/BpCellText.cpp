@@ -3,6 +3,8 @@
 #include <memory>
 #include <set>
 #include <stdexcept>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "host/output/BpCellTextState.h"
@@ -20,6 +22,15 @@ using StatePointer = std::shared_ptr<BpCellText::State>;
 StatePointer MakeState(ShownText shown) {
   auto state = std::make_shared<BpCellText::State>();
   state->fShown = std::move(shown);
+  return state;
+}
+
+// The few keys that tables, one for each of a hundred thousand groups of cases, are labelled with: what they
+// show is made once.
+StatePointer ShareKey(const std::string& key) {
+  thread_local std::unordered_map<std::string, StatePointer> states;
+  StatePointer& state = states[key];
+  if (state == nullptr) state = MakeState(BayesHost::ShowKey(key));
   return state;
 }
 
@@ -93,7 +104,7 @@ BpCellText::BpCellText(std::shared_ptr<State> state) : fpState(std::move(state))
 BpCellText::~BpCellText() = default;
 
 BpString::BpString(const std::string& text, bool translatable)
-    : BpCellText(MakeState(translatable ? BayesHost::ShowKey(text) : ShownText::Plain(text))) {}
+    : BpCellText(translatable ? ShareKey(text) : MakeState(ShownText::Plain(text))) {}
 
 BpNumber::BpNumber(double value, BpFormatSpec format) : BpCellText(MakeNumber(value, format)) {}
 

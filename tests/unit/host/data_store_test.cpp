@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/data/CaseCursor.h"
@@ -75,6 +76,38 @@ TEST(ColumnStore, KeepsRowsInMemoryAndBeyond) {
     }
     EXPECT_TRUE(budget.Reserve(c.fBudgetBlocks * blockBytes)) << "the store gave its memory back";
   }
+}
+
+// Slabs of three blocks and a last one that ends inside a block, with room in memory for the first two slabs.
+TEST(ColumnStore, TakesSlabsWhileTheBudgetHasRoomForThem) {
+  constexpr std::size_t kSlabRows = 3 * ColumnStore::kBlockRows;
+  constexpr std::size_t kRows = 3 * kSlabRows + ColumnStore::kBlockRows + 100;
+  const std::size_t room = 7 * ColumnStore::kBlockRows * sizeof(double);
+  MemoryBudget budget(room);
+  {
+    ColumnStore store(budget, 1);
+    while (store.CountRows() < kRows) {
+      const std::size_t rows = std::min(kRows - store.CountRows(), kSlabRows);
+      const std::size_t blocks = (rows - 1) / ColumnStore::kBlockRows + 1;
+      Slab slab(blocks * ColumnStore::kBlockRows);
+      slab.Populate(ColumnStore::kBlockRows, blocks * ColumnStore::kBlockRows);
+      std::iota(slab.Get(), slab.Get() + rows, static_cast<double>(store.CountRows()));
+      store.Add(std::move(slab), rows);
+      EXPECT_EQ(store.IsSpilled(), store.CountRows() > 2 * kSlabRows);
+    }
+    CaseCursor cursor({{&store, 0}});
+    cursor.SetRange(0, kRows);
+    std::size_t row = 0;
+    while (const std::size_t count = cursor.NextRun()) {
+      EXPECT_EQ(cursor.GetRun(0)[0], static_cast<double>(row));
+      row += count;
+      EXPECT_EQ(cursor.GetRun(0)[count - 1], static_cast<double>(row - 1));
+      EXPECT_EQ(cursor.GetRange(0).fLargest, static_cast<double>(row - 1));
+    }
+    EXPECT_EQ(row, kRows);
+    EXPECT_FALSE(budget.Reserve(room)) << "what stayed in memory counts";
+  }
+  EXPECT_TRUE(budget.Reserve(room)) << "the store gave its memory back";
 }
 
 TEST(ValueRange, HoldsWhatItTookAndNothingBeyond) {
