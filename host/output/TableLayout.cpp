@@ -9,17 +9,11 @@ std::size_t At(int index) {
   return static_cast<std::size_t>(index);
 }
 
-std::vector<int> LeafIndices(const Dimension& dimension) {
+std::vector<int> LeafIndices(const Dimension& dimension, const std::vector<int>& leaves) {
   std::vector<int> indices(dimension.fvCategories.size(), -1);
   int next = 0;
-  for (const int leaf : dimension.GetLeaves()) indices[At(leaf)] = next++;
+  for (const int leaf : leaves) indices[At(leaf)] = next++;
   return indices;
-}
-
-int Depth(const Dimension& dimension) {
-  std::size_t depth = 1;
-  for (const int leaf : dimension.GetLeaves()) depth = std::max(depth, dimension.GetPath(leaf).size());
-  return static_cast<int>(depth);
 }
 
 bool CoversSame(const TableLayout::HeaderCell& a, const TableLayout::HeaderCell& b) {
@@ -29,7 +23,10 @@ bool CoversSame(const TableLayout::HeaderCell& a, const TableLayout::HeaderCell&
 }  // namespace
 
 TableLayout::TableLayout(const PivotTable& table) : fTable(table), fvAddress(table.GetDimensions().size()) {
-  for (const Dimension& dimension : table.GetDimensions()) fvLeafIndices.push_back(LeafIndices(dimension));
+  for (const Dimension& dimension : table.GetDimensions()) {
+    fvLeaves.push_back(dimension.GetLeaves());
+    fvLeafIndices.push_back(LeafIndices(dimension, fvLeaves.back()));
+  }
   fRows = MakeAxis(Dimension::Role::Row);
   fColumns = MakeAxis(Dimension::Role::Column);
   fLayers = MakeAxis(Dimension::Role::Layer);
@@ -40,6 +37,18 @@ const Dimension& TableLayout::GetDimension(int dimension) const {
   return fTable.GetDimensions()[At(dimension)];
 }
 
+// How deep its categories are nested.
+int TableLayout::FindDepth(int dimension) const {
+  const std::vector<Category>& categories = GetDimension(dimension).fvCategories;
+  int deepest = 1;
+  for (const int leaf : fvLeaves[At(dimension)]) {
+    int depth = 1;
+    for (int at = categories[At(leaf)].fParent; at >= 0; at = categories[At(at)].fParent) ++depth;
+    deepest = std::max(deepest, depth);
+  }
+  return deepest;
+}
+
 TableLayout::Axis TableLayout::MakeAxis(Dimension::Role role) const {
   Axis axis;
   for (std::size_t i = 0; i < fTable.GetDimensions().size(); ++i)
@@ -48,7 +57,7 @@ TableLayout::Axis TableLayout::MakeAxis(Dimension::Role role) const {
                    [&](int a, int b) { return GetDimension(a).fOrder < GetDimension(b).fOrder; });
   for (const int dimension : axis.fvDimensions) {
     axis.fvFirstLevels.push_back(axis.fLevels);
-    axis.fLevels += Depth(GetDimension(dimension));
+    axis.fLevels += FindDepth(dimension);
   }
   axis.fvLines = MakeLines(axis.fvDimensions);
   return axis;
@@ -60,7 +69,7 @@ std::vector<TableLayout::Line> TableLayout::MakeLines(const std::vector<int>& di
   if (dimensions.empty()) return {{}};
   std::vector<Line> lines;
   if (dimensions.size() == 1) {
-    for (const int leaf : GetDimension(dimensions.front()).GetLeaves()) lines.push_back({leaf});
+    for (const int leaf : fvLeaves[At(dimensions.front())]) lines.push_back({leaf});
     return lines;
   }
   Line line(dimensions.size());
@@ -159,6 +168,7 @@ void TableLayout::OrderHeaderNotes(const Axis& axis, const Line& line) {
 
 void TableLayout::OrderNotes() {
   const auto& notes = fTable.GetFootnotes();
+  if (notes.empty()) return;
   for (std::size_t i = 0; i < notes.size(); ++i)
     if (notes[i].fOnTable) OrderNote(static_cast<int>(i));
   for (const Line& column : fColumns.fvLines) OrderHeaderNotes(fColumns, column);

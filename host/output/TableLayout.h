@@ -69,8 +69,10 @@ class TableLayout {
   void OrderNote(int note);
   void Scatter(const Axis& axis, const Line& line) const;
   const Dimension& GetDimension(int dimension) const;
+  int FindDepth(int dimension) const;
 
   const PivotTable& fTable;
+  std::vector<std::vector<int>> fvLeaves;       // of each dimension, in the order shown
   std::vector<std::vector<int>> fvLeafIndices;  // by dimension and category; -1 for groups
   Axis fRows;
   Axis fColumns;

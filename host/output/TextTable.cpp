@@ -74,10 +74,7 @@ void TextTable::MakeColumns() {
 TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) const {
   TextColumn made;
   made.fWidth = fTable.GetMinDataColumnWidth();
-  int markWidth = 0;
-  for (const auto& row : fLayout.GetRows().fvLines)
-    if (const auto cell = fLayout.FindCell(fLayer, row, column))
-      markWidth = std::max(markWidth, DisplayWidth(WithMarks("", fLayout.GetMarks(cell->fNotes))));
+  const int markWidth = fTable.GetCells().HasNotes() ? MeasureMarks(column) : 0;
   for (const auto& row : fLayout.GetRows().fvLines) {
     const auto cell = fLayout.FindCell(fLayer, row, column);
     made.fvTexts.push_back(ShowCell(cell, markWidth));
@@ -85,6 +82,14 @@ TextTable::TextColumn TextTable::MakeColumn(const TableLayout::Line& column) con
     if (cell && cell->fIsWritten && !cell->fNumber) made.fIsNumeric = false;
   }
   return made;
+}
+
+int TextTable::MeasureMarks(const TableLayout::Line& column) const {
+  int width = 0;
+  for (const auto& row : fLayout.GetRows().fvLines)
+    if (const auto cell = fLayout.FindCell(fLayer, row, column))
+      width = std::max(width, DisplayWidth(WithMarks("", fLayout.GetMarks(cell->fNotes))));
+  return width;
 }
 
 // The marks of a column stand in a strip of their own, so that its numbers stay in line.
@@ -144,6 +149,7 @@ std::size_t TextTable::FindBlockEnd(std::size_t first) const {
 
 std::string TextTable::MakeRule(int width) const {
   std::string rule;
+  rule.reserve(static_cast<std::size_t>(width) * fRule.size());
   for (int i = 0; i < width; ++i) rule += fRule;
   return rule;
 }
@@ -196,8 +202,8 @@ std::string TextTable::RenderHeader(std::size_t first, std::size_t end) const {
         lines.begin() + std::accumulate(heights.begin(), heights.begin() + label.fLastLevel + 1, 0);
     auto line = bottom - label.CountLines();
     for (const std::string& text : label.fBlock.fvLines) {
-      *line =
-          PadText(*line, label.fLeft, Align::Left) + PadText(text, label.fBlock.fWidth, label.fBlock.fAlign);
+      AppendPadded(*line, "", label.fLeft - DisplayWidth(*line), Align::Left);
+      AppendPadded(*line, text, label.fBlock.fWidth, label.fBlock.fAlign);
       ++line;
     }
   }
@@ -229,7 +235,8 @@ std::vector<TextTable::HeaderLabel> TextTable::MakeHeaderLabels(std::size_t firs
                                                       : Align::Left;
     Block block{WrapText(span.fText, width), width, align};
     if (span.fIsGroup) block.fvLines.push_back(MakeRule(width));
-    labels.push_back({block, left + GetSpanWidth(first, begin) + kGap, span.fFirstLevel, span.fLastLevel});
+    const int place = left + GetSpanWidth(first, begin) + kGap;
+    labels.push_back({std::move(block), place, span.fFirstLevel, span.fLastLevel});
   }
   labels.erase(std::remove_if(labels.begin(), labels.end(),
                               [](const HeaderLabel& label) {

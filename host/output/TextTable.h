@@ -40,6 +40,7 @@ class TextTable {
   void MakeStub();
   void MakeColumns();
   TextColumn MakeColumn(const TableLayout::Line& column) const;
+  int MeasureMarks(const TableLayout::Line& column) const;
   std::string ShowCell(const std::optional<Cell>& cell, int markWidth) const;
   std::vector<Span> MakeSpans() const;
   void WidenForLabels();

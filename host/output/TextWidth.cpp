@@ -14,15 +14,15 @@ struct WidthRange {
 };
 
 // Unicode Standard Annex 11 (East Asian Width), by blocks: combining marks and joiners 0, wide blocks 2, the
-// rest 1.
+// rest 1. In ascending order.
 constexpr std::array<WidthRange, 13> kRanges{{{0x0300, 0x036F, 0},
+                                              {0x1100, 0x115F, 2},
                                               {0x200B, 0x200F, 0},
                                               {0x20D0, 0x20FF, 0},
-                                              {0xFE00, 0xFE0F, 0},
-                                              {0x1100, 0x115F, 2},
                                               {0x2E80, 0xA4CF, 2},
                                               {0xAC00, 0xD7A3, 2},
                                               {0xF900, 0xFAFF, 2},
+                                              {0xFE00, 0xFE0F, 0},
                                               {0xFE30, 0xFE6F, 2},
                                               {0xFF00, 0xFF60, 2},
                                               {0xFFE0, 0xFFE6, 2},
@@ -31,7 +31,7 @@ constexpr std::array<WidthRange, 13> kRanges{{{0x0300, 0x036F, 0},
 
 int WidthOf(std::uint32_t character) {
   for (const WidthRange& range : kRanges)
-    if (character >= range.fFirst && character <= range.fLast) return range.fWidth;
+    if (character <= range.fLast) return character >= range.fFirst ? range.fWidth : 1;
   return 1;
 }
 
