@@ -1,5 +1,4 @@
 // The program `bayes`.
-#include <malloc.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -155,17 +154,9 @@ int Dispatch(const Request& request) {
   return request.fExitStatus;
 }
 
-// A document of many tables is made of small pieces that come and go with large ones. The allocator would
-// collect small free pieces into one and cut it up again each time it meets a large one: a fifth of the time
-// that an analysis of a hundred thousand groups of cases takes.
-void SetUpMemory() {
-  mallopt(M_MXFAST, 0);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  SetUpMemory();
   try {
     return Dispatch(ParseCommandLine(argc, argv));
   } catch (const std::exception& error) {

@@ -15,6 +15,7 @@ class ValueNumbers {
   int Add(double value);
 
  private:
+  int FindDense(double value) const;
   bool IsDense(double value) const;
 
   int fCount = 0;

@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "host/output/HostKeys.h"
+#include "platform/host/Run.h"
 
 namespace BayesHost {
 
@@ -45,7 +46,13 @@ std::filesystem::path ResolvePath(const CommandText& command, const std::string&
 
 Session::Session(const RunOptions& options)
     : fOptions(options), fSeed(options.fSeed == 0 ? DrawSeed() : options.fSeed), fSeedSource(fSeed) {}
-Session::~Session() = default;
+// The document of many groups of cases takes as long to free as the data.
+Session::~Session() {
+  ACAThreadFactory().ForEach(2, fOptions.fThreads, [this](int i) {
+    if (i == 0) fpOutput.reset();
+    if (i == 1) fpData.reset();
+  });
+}
 
 Session& Session::Current() {
   assert(currentSession != nullptr);

@@ -2,6 +2,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -46,6 +47,14 @@ int CountWorkers(int tasks, int maxThreads) {
   return std::clamp(maxThreads > 0 ? maxThreads : cores, 1, std::max(tasks, 1));
 }
 
+// As many as the system lets us have: those that there are do all the work.
+void Start(std::vector<std::jthread>& helpers, int count, TaskQueue& queue) {
+  try {
+    for (int i = 0; i < count; ++i) helpers.emplace_back([&queue] { queue.Work(); });
+  } catch (const std::system_error&) {
+  }
+}
+
 }  // namespace
 
 // The calling thread works, too. All are joined before the first exception, if any, goes on to the caller.
@@ -53,7 +62,7 @@ void ACAThreadFactory::ForEach(int count, int maxThreads, const std::function<vo
   TaskQueue queue(count, task);
   {
     std::vector<std::jthread> helpers;
-    for (int i = 1; i < CountWorkers(count, maxThreads); ++i) helpers.emplace_back([&] { queue.Work(); });
+    Start(helpers, CountWorkers(count, maxThreads) - 1, queue);
     queue.Work();
   }
   queue.Rethrow();

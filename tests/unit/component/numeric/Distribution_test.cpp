@@ -105,6 +105,22 @@ TEST(Distribution, HasNoMomentsThatDontExist) {
   }
 }
 
+// Of 1 and 2 degrees of freedom quantiles have closed forms. Whatever was asked for before, in whichever
+// order, an answer is that of its own question.
+TEST(StudentDistribution, QuantilesMeetTheirClosedForms) {
+  const double tails[] = {0.0005, 0.005, 0.025, 0.05, 0.2, 0.4};
+  for (int round = 0; round < 3; ++round) {
+    for (const double tail : tails) {
+      for (int repeats = 0; repeats <= round; ++repeats) {
+        const double cauchy = -1 / std::tan(std::numbers::pi * tail);
+        EXPECT_NEAR(StudentDistribution(1, 0, 1).LowerQuantile(tail), cauchy, -1e-13 * cauchy) << tail;
+        const double two = (2 * tail - 1) / std::sqrt(2 * tail * (1 - tail));
+        EXPECT_NEAR(StudentDistribution(2, 0, 1).LowerQuantile(tail), two, -1e-13 * two) << tail;
+      }
+    }
+  }
+}
+
 // Two Cauchy variables have a Cauchy difference, their scales added; and a negligible one drops out.
 TEST(StudentDifference, MeetsItsClosedForms) {
   const StudentDistribution cauchy(1, 2, 9);
