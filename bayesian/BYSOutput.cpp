@@ -54,6 +54,7 @@ BYSOutput::BYSOutput(ProcedureDataSource& dataSource, BpProcedure* procedure, co
       fpProcedure(procedure),
       fSpecs(*specs),
       fChartDictionary(PathFactory::getPathInstance(kChartTemplates)),
+      fTemplateFolder(STemplate::Get()),
       fFactory(*factory),
       fStatSettings(*specs->GetStatSettingsPtr()),
       fIntervalLabel(MakeIntervalLabel(fStatSettings.GetCILevel())) {

@@ -213,6 +213,7 @@ class BYSOutput {
   BpProcedure* fpProcedure;
   const BYSValidSpecs& fSpecs;
   FacSTDictionary fChartDictionary;
+  const std::string fTemplateFolder;
   BYSFactory& fFactory;
   const MCBSN_850::BSNSettings& fStatSettings;
   const BpComposite fIntervalLabel;

@@ -123,7 +123,7 @@ bool BYSOutput::HasCurves(const PosteriorChart& chart) {
 }
 
 void BYSOutput::SendChart(const char* templateName, const PosteriorChart& chart) const {
-  XViZTemplate chartTemplate(STemplate::Get());
+  XViZTemplate chartTemplate(fTemplateFolder);
   chartTemplate.setTemplateInternalName(templateName);
   VarDataProcessor data(kDataSource);
   for (const ChartCurve& curve : chart.curves) {

@@ -10,11 +10,17 @@
 
 using Json = nlohmann::ordered_json;
 
+// The document itself is made when it is sent, and only where it is shown.
 struct XDocument::State {
-  bool fIsEmpty = false;  // there is nothing to send
-  Json fDocument;
+  std::string fText;  // empty: there is nothing to send
+  std::string fProcedure;
+  bool fNamesLanguage = false;
   std::string fTitle;
   std::string fTemplate;
+  std::string fDataSource;
+  Json fRows;
+
+  Json MakeDocument();  // takes the rows
 };
 
 namespace {
@@ -54,41 +60,53 @@ std::string DrawOrWarn(const std::string& document, const std::string& title) {
 
 }  // namespace
 
+Json XDocument::State::MakeDocument() {
+  Json document = Json::parse(fText);
+  if (!fProcedure.empty()) document["usermeta"]["procedure"] = fProcedure;
+  if (fNamesLanguage) document["usermeta"]["language"] = kLanguage;
+  if (!fTemplate.empty()) document["usermeta"]["template"] = fTemplate;
+  if (!fTitle.empty()) document["description"] = fTitle;
+  if (!fDataSource.empty()) document["datasets"][fDataSource] = std::move(fRows);
+  return document;
+}
+
 bool XDocument::IsShown() {
   return IsWanted(BayesHost::ChartUse::Document);
 }
 
-XDocument::XDocument(const std::string& text)
-    : fpState(new State{text.empty(), text.empty() ? Json::object() : Json::parse(text), {}, {}}) {}
+XDocument::XDocument(const std::string& text) : fpState(new State) {
+  fpState->fText = text;
+}
 XDocument::~XDocument() = default;
 
 void XDocument::setEditor(const std::string& procedure) {
-  fpState->fDocument["usermeta"]["procedure"] = procedure;
+  fpState->fProcedure = procedure;
 }
 
 void XDocument::setLanguage() {
-  fpState->fDocument["usermeta"]["language"] = kLanguage;
+  fpState->fNamesLanguage = true;
 }
 
 void XDocument::SetDescription(const ChartString& title) {
   fpState->fTitle = title.GetText();
-  fpState->fDocument["description"] = title.GetText();
 }
 
 void XDocument::SetChartData(const VarDataProcessor& data) {
   if (!IsShown()) return;
-  fpState->fDocument["datasets"][data.GetState().fDataSource] = RowsOf(data.GetState());
+  fpState->fDataSource = data.GetState().fDataSource;
+  fpState->fRows = RowsOf(data.GetState());
 }
 
 void XDocument::applyCTemplate(const std::string& name) {
   fpState->fTemplate = name;
-  fpState->fDocument["usermeta"]["template"] = name;
 }
 
 void XDocument::SendChart() {
-  if (fpState->fIsEmpty) return;
+  if (fpState->fText.empty()) return;
   BayesHost::Chart chart{fpState->fTitle, fpState->fTemplate, {}, {}};
-  if (IsShown()) chart.fVegaLite = fpState->fDocument.dump(-1, ' ', false, Json::error_handler_t::replace);
+  if (IsShown()) {
+    chart.fVegaLite = fpState->MakeDocument().dump(-1, ' ', false, Json::error_handler_t::replace);
+  }
   if (IsWanted(BayesHost::ChartUse::Drawing)) chart.fSvg = DrawOrWarn(chart.fVegaLite, chart.fTitle);
   BayesHost::Session::Current().GetOutput().Add(std::move(chart));
 }
