@@ -161,7 +161,8 @@ void Runner::Execute(const SaveStatement& save) {
 
 void Runner::Execute(const BayesStatement& command) {
   const std::uint64_t draws = fSession.CountDraws();
-  fModule.Find(command.fName)(nullptr);
+  if (!fModule) fModule.emplace();
+  fModule->Find(command.fName)(nullptr);
   if (fRequest.fSeed != 0 || fSession.CountDraws() != draws) {
     fSession.GetOutput().SetSeed(fSession.GetSeed());
   }

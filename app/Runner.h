@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,7 @@ class Runner {
   const Request& fRequest;
   BayesHost::Session& fSession;
   bool fColour;
-  Module fModule;
+  std::optional<Module> fModule;  // loaded for the first command: the data engine opens meanwhile
   BayesHost::CommandText fSource;
   BayesHost::Report fReport;
   bool fHasRun = false;
