@@ -37,6 +37,13 @@ void OnInterrupt(int signal) {
   interruptedSession->Interrupt();
 }
 
+// Of the signals that ask a program to end; one that its caller has it ignore stays ignored.
+void HandleInterrupts(void (*handler)(int)) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    if (std::signal(signal, handler) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
+}
+
 BayesHost::ChartUse FindChartUse(const Request& request) {
   if (!request.fChartFolder.empty() || request.fFormat == Format::Html) return BayesHost::ChartUse::Drawing;
   return request.fFormat == Format::Json ? BayesHost::ChartUse::Document : BayesHost::ChartUse::Title;
@@ -121,7 +128,7 @@ int RunCommands(const Request& request) {
   BayesHost::Session session(MakeOptions(request));
   const BayesHost::Session::Use use(session);
   interruptedSession = &session;
-  std::signal(SIGINT, OnInterrupt);
+  HandleInterrupts(OnInterrupt);
   Runner runner(request, session, WantsColour(STDERR_FILENO));
   const bool ok = runner.Run();
   if (request.fAction == Action::Run && runner.HasRun()) {
@@ -129,7 +136,7 @@ int RunCommands(const Request& request) {
     if (!request.fChartFolder.empty()) WriteChartFiles(runner.GetReport(), request.fChartFolder);
   }
   if (request.fAction == Action::Check && ok) std::cout << "No problem found.\n";
-  std::signal(SIGINT, SIG_DFL);
+  HandleInterrupts(SIG_DFL);
   interruptedSession = nullptr;
   return ok ? kSuccess : kCommandFailed;
 }

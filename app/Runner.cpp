@@ -27,10 +27,12 @@ using BayesHost::DataSet;
 
 namespace {
 
-DataSet::Limits MakeLimits(const BayesHost::RunOptions& options) {
+DataSet::Limits MakeLimits(const BayesHost::Session& session) {
+  const BayesHost::RunOptions& options = session.GetOptions();
   const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
   const int threads = options.fThreads > 0 ? options.fThreads : static_cast<int>(cores);
-  return {options.fMemoryBytes, threads, options.fParserMode == BayesHost::ParserMode::Run};
+  return {options.fMemoryBytes, threads, options.fParserMode == BayesHost::ParserMode::Run,
+          [&session] { return session.IsInterrupted(); }};
 }
 
 // What the report calls a statement; one that is none of them goes by its first word.
@@ -156,7 +158,7 @@ void Runner::Execute(const SaveStatement& save) {
   std::vector<int> none;
   if (!ResolveNames("SAVE DATA", {}, false, none) || fRequest.fAction != Action::Run) return;
   const BayesHost::DataFile target{GetFolder() / save.fFile, save.fFile};
-  BayesHost::SaveData(*fSession.GetData(), target, MakeLimits(fSession.GetOptions()));
+  BayesHost::SaveData(*fSession.GetData(), target, MakeLimits(fSession));
 }
 
 void Runner::Execute(const BayesStatement& command) {
@@ -200,7 +202,7 @@ void Runner::OpenData(const DataStatement& data, const std::filesystem::path& fo
   if (!data.fDictionary.empty()) options.fDictionary = {folder / data.fDictionary, data.fDictionary};
   options.fSql = data.fSql;
   const BayesHost::DataFile file{folder / data.fFile, data.fFile};
-  const auto opened = std::make_shared<DataSet>(file, MakeLimits(fSession.GetOptions()), options);
+  const auto opened = std::make_shared<DataSet>(file, MakeLimits(fSession), options);
   ExpectColumns(*opened);
   fSession.SetData(opened);
 }
@@ -237,7 +239,8 @@ void Runner::CompleteHead() {
     try {
       if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();
-      fReport.fHead.fData = origin;
+      // An interrupt leaves cases uncounted that were not read before.
+      if (origin.fCases > 0 || !fSession.IsInterrupted()) fReport.fHead.fData = origin;
     } catch (const std::exception&) {
       // The command that needed the data has said so.
     }

@@ -48,7 +48,7 @@ bool ACAProcDataSourceIter::Implementation::Load() {
   const std::vector<int> variables = BayesHost::ListVariables(GetAdapterState().fVarSpecs.GetState());
   try {
     data.Require(variables);
-    if (!data.Load([this] { return fSession.IsInterrupted(); })) return false;
+    if (!data.Load()) return false;
     fCursor.emplace(data.MakeCursor(variables));
     return true;
   } catch (const std::exception& error) {

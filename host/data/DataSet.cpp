@@ -40,7 +40,8 @@ Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& l
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * Index(threads);
   const bool opensAhead = limits.fIsToBeRead && limits.fThreads > 1;
-  return {threads, std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead};
+  return {threads,     std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead,
+          limits.fStop};
 }
 
 // Fewer cases than this are sorted sooner than another thread has begun.
@@ -69,6 +70,7 @@ void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, st
 DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
     : fFile(std::move(file)),
       fThreads(std::max(limits.fThreads, 1)),
+      fStop(limits.fStop),
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
       fpSource(OpenTable(fFile, options, fEngine)),
@@ -166,7 +168,7 @@ std::vector<int> DataSet::ListUnread(std::vector<int> wanted) const {
 }
 
 // What a failed command required is forgotten with it.
-bool DataSet::Load(const StopQuery& stop) {
+bool DataSet::Load() {
   std::vector<int> required = std::exchange(fvRequired, {});
   required.insert(required.end(), fvSplit.begin(), fvSplit.end());
   if (fWeight >= 0) required.push_back(fWeight);
@@ -182,33 +184,34 @@ bool DataSet::Load(const StopQuery& stop) {
   all.insert(all.end(), required.begin(), required.end());
   all = ListUnread(std::move(all));
   try {
-    return LoadColumns(all, stop);
+    return LoadColumns(all);
   } catch (const DataError&) {
     if (all.size() == required.size()) throw;
   }
-  return LoadColumns(required, stop);
+  return LoadColumns(required);
 }
 
-bool DataSet::LoadColumns(const std::vector<int>& variables, const StopQuery& stop) {
+bool DataSet::LoadColumns(const std::vector<int>& variables) {
   auto store = std::make_unique<ColumnStore>(fBudget, static_cast<int>(variables.size()));
   try {
-    if (!ReadColumns(variables, *store, stop)) return false;
+    if (!ReadColumns(variables, *store)) return false;
   } catch (const EngineError& error) {
     store.reset();
-    if (fpSource->AllowLongerRecords()) return LoadColumns(variables, stop);
+    if (IsStopped()) return false;
+    if (fpSource->AllowLongerRecords()) return LoadColumns(variables);
     fpSource->Explain(variables, error.what());
   }
   Adopt(variables, std::move(store));
   return true;
 }
 
-bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop) {
+bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store) {
   fpSource->Prepare();
   for (const int variable : variables) fvPools[Index(variable)] = {};
   bool isFinite = true;
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {
-    if (stop && stop()) return false;
+    if (IsStopped()) return false;
     isFinite &= TakeRows(stream, variables, store);
   }
   store.Finish();

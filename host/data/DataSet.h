@@ -29,12 +29,13 @@ namespace BayesHost {
 // both.
 class BAYES_PLATFORM DataSet {
  public:
+  using StopQuery = std::function<bool()>;
   struct Limits {
     std::size_t fMemoryBytes = std::size_t{1} << 30;
     int fThreads = 1;
     bool fIsToBeRead = false;  // cases will be read: with several threads the engine opens ahead
+    StopQuery fStop = {};      // whether the user wants to stop; asked on any thread
   };
-  using StopQuery = std::function<bool()>;
 
   // Throws DataError.
   DataSet(DataFile file, const Limits& limits, const DataOptions& options = {});
@@ -71,9 +72,9 @@ class BAYES_PLATFORM DataSet {
   // Names columns that later commands will want: the next Load that reads the file at all reads them along,
   // so that a text file is parsed once, unless they are damaged.
   void Expect(const std::vector<int>& variables);
-  // Reads what is required and the split and weight variables, as far as not read before. False when `stop`
-  // said so: nothing was added then. Throws DataError.
-  bool Load(const StopQuery& stop = {});
+  // Reads what is required and the split and weight variables, as far as not read before. False when the user
+  // wants to stop: nothing was added then. Throws DataError.
+  bool Load();
   // Reads a column if none has been read.
   std::uint64_t CountCases();
 
@@ -99,8 +100,9 @@ class BAYES_PLATFORM DataSet {
  private:
   void FillWithMissing(const std::vector<int>& variables);
   std::vector<int> ListUnread(std::vector<int> wanted) const;
-  bool LoadColumns(const std::vector<int>& variables, const StopQuery& stop);
-  bool ReadColumns(const std::vector<int>& variables, ColumnStore& store, const StopQuery& stop);
+  bool LoadColumns(const std::vector<int>& variables);
+  bool ReadColumns(const std::vector<int>& variables, ColumnStore& store);
+  bool IsStopped() const { return fStop && fStop(); }
   bool TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
   void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
@@ -112,6 +114,7 @@ class BAYES_PLATFORM DataSet {
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
   int fThreads;
+  StopQuery fStop;
   MemoryBudget fBudget;
   Engine fEngine;
   std::unique_ptr<TableSource> fpSource;

@@ -43,26 +43,32 @@ void AppendNumber(double number, std::string& lines) {
 // Threads turn stretches of the cases into text side by side; the stretches are written in their order.
 class CsvWriter {
  public:
-  CsvWriter(DataSet& data, std::ostream& out, int threads)
-      : fData(data), fOut(out), fvStretches(static_cast<std::size_t>(std::max(threads, 1))) {
+  CsvWriter(DataSet& data, std::ostream& out, const DataSet::Limits& limits)
+      : fData(data),
+        fOut(out),
+        fStop(limits.fStop),
+        fvStretches(static_cast<std::size_t>(std::max(limits.fThreads, 1))) {
     fvAll.resize(static_cast<std::size_t>(data.CountVariables()));
     std::iota(fvAll.begin(), fvAll.end(), 0);
   }
 
-  void Write() {
+  // False when the user wants to stop.
+  bool Write() {
     fData.Require(fvAll);
-    fData.Load();
+    if (!fData.Load()) return false;
     WriteNames();
     ACAThreadFactory threads;
     const int count = static_cast<int>(fvStretches.size());
     for (std::uint64_t begin = 0; fOut && begin < fData.CountCases();
          begin += fvStretches.size() * kStretchCases) {
+      if (fStop && fStop()) return false;
       threads.ForEach(count, count, [&](int i) {
         const auto stretch = static_cast<std::size_t>(i);
         FormatCases(begin + stretch * kStretchCases, fvStretches[stretch]);
       });
       for (const std::string& stretch : fvStretches) fOut << stretch;
     }
+    return true;
   }
 
  private:
@@ -103,14 +109,17 @@ class CsvWriter {
 
   DataSet& fData;
   std::ostream& fOut;
+  DataSet::StopQuery fStop;
   std::vector<int> fvAll;
   std::vector<std::string> fvStretches;
 };
 
-void SaveCsv(DataSet& data, const std::filesystem::path& target, int threads) {
+// False when the user wants to stop: there is no file then.
+bool SaveCsv(DataSet& data, const std::filesystem::path& target, const DataSet::Limits& limits) {
   OutputFile file(target);
-  CsvWriter(data, file.Stream(), threads).Write();
+  if (!CsvWriter(data, file.Stream(), limits).Write()) return false;
   file.Commit();
+  return true;
 }
 
 std::string DeclareColumns(const DataSet& data) {
@@ -129,8 +138,9 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   TempNames names;
   const std::filesystem::path csv = names.Make("bayes_save_");
   if (csv.empty()) throw std::system_error(errno, std::generic_category());
-  SaveCsv(data, csv, limits.fThreads);
-  Engine::Options options{limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}};
+  if (!SaveCsv(data, csv, limits)) return;
+  const Engine::Options options{
+      limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}, false, limits.fStop};
   Engine engine(options);
   engine.Run(
       fmt::format("COPY (FROM read_csv({}, auto_detect = false, header = true, delim = ',', quote = '\"', "
@@ -151,11 +161,12 @@ void SaveData(DataSet& data, const DataFile& target, const DataSet::Limits& limi
     if (target.fPath.extension() == ".parquet") {
       SaveParquet(data, target.fPath, limits);
     } else {
-      SaveCsv(data, target.fPath, limits.fThreads);
+      SaveCsv(data, target.fPath, limits);
     }
   } catch (const std::system_error& error) {
     refuse(error.code().message() + ".");
   } catch (const EngineError& error) {
+    if (limits.fStop && limits.fStop()) return;
     refuse(MakeReadable(error.what()));
   }
 }

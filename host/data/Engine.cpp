@@ -1,10 +1,17 @@
 #include "host/data/Engine.h"
 
 #include <duckdb.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
+#include <condition_variable>
+#include <mutex>
+#include <random>
+#include <stop_token>
+#include <thread>
 #include <utility>
 
 #include "host/data/SqlText.h"
@@ -37,15 +44,36 @@ bool AreFinite(const double* values, std::size_t count) {
          std::all_of(values + whole, values + count, [](double value) { return std::isfinite(value); });
 }
 
+// The engine makes the folder when it first needs it and removes it when it is closed. Two engines must not
+// share one: the names of their files are the same.
+std::string NameFolder(const std::filesystem::path& parent) {
+  std::random_device entropy;
+  return (parent / fmt::format("bayes_{:08x}{:08x}", entropy(), entropy())).string();
+}
+
+// A sort or a join asks nobody before it is done: what ends it is a call from beside.
+void Watch(const std::stop_token& end, duckdb_connection connection, const std::function<bool()>& stop) {
+  constexpr std::chrono::milliseconds kPause{50};
+  std::mutex mutex;
+  std::condition_variable_any pause;
+  std::unique_lock<std::mutex> lock(mutex);
+  while (!end.stop_requested()) {
+    if (stop()) duckdb_interrupt(connection);
+    pause.wait_for(lock, end, kPause, [] { return false; });
+  }
+}
+
 }  // namespace
 
 struct Engine::State {
   ~State() {
+    fWatch = {};
     duckdb_disconnect(&fConnection);
     duckdb_close(&fDatabase);
   }
   duckdb_database fDatabase = nullptr;
   duckdb_connection fConnection = nullptr;
+  std::jthread fWatch;
 };
 
 Engine::Engine(Options options) : fOptions(std::move(options)) {
@@ -65,7 +93,7 @@ std::unique_ptr<Engine::State> Engine::Open() const {
   const std::array<std::pair<const char*, std::string>, 5> settings = {{
       {"autoinstall_known_extensions", "false"},
       {"autoload_known_extensions", "false"},
-      {"temp_directory", fOptions.fTempFolder.string()},
+      {"temp_directory", NameFolder(fOptions.fTempFolder)},
       {"memory_limit", std::to_string(fOptions.fMemoryBytes / 1000) + "kB"},
       {"threads", std::to_string(fOptions.fThreads)},
   }};
@@ -82,6 +110,10 @@ std::unique_ptr<Engine::State> Engine::Open() const {
   if (duckdb_connect(state->fDatabase, &state->fConnection) != DuckDBSuccess)
     throw EngineError("no connection");
   Lock(*state);
+  if (fOptions.fStop) {
+    state->fWatch = std::jthread([stop = fOptions.fStop, connection = state->fConnection](
+                                     const std::stop_token& end) { Watch(end, connection, stop); });
+  }
   return state;
 }
 

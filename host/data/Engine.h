@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -25,9 +26,11 @@ class Engine {
   struct Options {
     int fThreads = 1;
     std::size_t fMemoryBytes = std::size_t{1} << 29;
-    std::filesystem::path fTempFolder;
+    std::filesystem::path fTempFolder;           // the engine's own files lie in a folder of this one
     std::vector<std::filesystem::path> fvFiles;  // all that queries may read or write
     bool fOpensAhead = false;                    // on a thread of its own
+    // Asked again and again, on another thread: true ends the query under way with an EngineError.
+    std::function<bool()> fStop = {};
   };
 
   // The rows of a query in order, some 2,000 at a time: the engine keeps a small number of them in memory,

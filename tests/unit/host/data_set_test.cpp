@@ -71,9 +71,11 @@ TEST(DataSet, NoticesAFileThatChanged) {
 
 TEST(DataSet, AddsNothingWhenStopped) {
   const TempData temp("x\n1\n2\n");
-  DataSet data(temp.GetFile(), {});
+  bool isStopped = true;
+  DataSet data(temp.GetFile(), {.fStop = [&] { return isStopped; }});
   data.Require({0});
-  EXPECT_FALSE(data.Load([] { return true; }));
+  EXPECT_FALSE(data.Load());
+  isStopped = false;
   data.Require({0});
   EXPECT_TRUE(data.Load());
   EXPECT_EQ(SumOf(data, 0), 3);
