@@ -10,6 +10,10 @@ namespace BayesApp {
 
 namespace {
 
+constexpr int kMostThreads = 1024;
+constexpr double kLeastMemory = 1e6;
+constexpr double kMostMemory = 1e18;
+
 constexpr const char* kDescription =
     "Bayesian inference from the command line.\n\n"
     "  bayes run study.bay                     results in the terminal\n"
@@ -60,9 +64,10 @@ void AddSource(CLI::App& command, Request& request) {
 
 void AddLimits(CLI::App& command, Request& request) {
   command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")
-      ->check(Expect(CLI::NonNegativeNumber, "a whole number, 0 or more"));
+      ->check(Expect(CLI::Range(0, kMostThreads), "a whole number from 0 to 1024"));
   command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
-      ->transform(Expect(CLI::AsSizeValue(false), "a size such as 500MB or 2GB"));
+      ->transform(Expect(CLI::AsSizeValue(false), "a size such as 500MB or 2GB"))
+      ->check(Expect(CLI::Range(kLeastMemory, kMostMemory), "at least 1MB"));
   command.add_flag("-q,--quiet", request.fQuiet, "no progress and no warnings on standard error");
 }
 

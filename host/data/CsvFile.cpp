@@ -275,7 +275,7 @@ std::string CsvFile::MakeQuery(const std::vector<int>& columns) const {
   wanted.reserve(columns.size());
   for (const int column : columns) wanted.push_back(MakeExpression(column));
   return fmt::format("SELECT {} FROM read_csv({}, {}, columns = {{{}}})", fmt::join(wanted, ", "),
-                     QuoteFile(fFile.fPath), DescribeDialect(), DeclareColumns(columns));
+                     QuoteSource(fFile.fPath), DescribeDialect(), DeclareColumns(columns));
 }
 
 bool CsvFile::AllowLongerRecords() {

@@ -146,7 +146,7 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
       fmt::format("COPY (FROM read_csv({}, auto_detect = false, header = true, delim = ',', quote = '\"', "
                   "escape = '\"', nullstr = '', buffer_size = 4194304, columns = {{{}}})) TO {} "
                   "(FORMAT parquet, USE_TMP_FILE false)",
-                  QuoteFile(csv), DeclareColumns(data), QuoteFile(file.GetPath())));
+                  QuoteSource(csv), DeclareColumns(data), QuoteFile(file.GetPath())));
   file.Commit();
 }
 

@@ -32,6 +32,11 @@ bool IsValid(const std::uint64_t* validity, std::size_t row) {
   return validity == nullptr || ((validity[row / 64] >> (row % 64)) & 1U) != 0;
 }
 
+// A zero has no sign: -0 and 0 are the same value of a variable, and one label.
+double Unsigned(double value) {
+  return value + 0.0;
+}
+
 // By 0 times each: not 0 where one is infinite or no number. Lanes side by side, as each addition by itself
 // would wait for the one before.
 bool AreFinite(const double* values, std::size_t count) {
@@ -122,7 +127,9 @@ std::unique_ptr<Engine::State> Engine::Open() const {
 // come before the access: once that is off the list can't grow.
 void Engine::Lock(const State& state) const {
   std::string files;
-  for (const auto& file : fOptions.fvFiles) files += (files.empty() ? "" : ", ") + QuoteFile(file);
+  for (const auto& file : fOptions.fvFiles) {
+    files += (files.empty() ? "" : ", ") + QuoteFile(file) + ", " + QuoteSource(file);
+  }
   const std::size_t buffer = std::clamp(fOptions.fMemoryBytes / 16, kLeastBufferBytes, kMostBufferBytes);
   for (const std::string& setting :
        {"streaming_buffer_size = '" + std::to_string(buffer / 1000) + "kB'",
@@ -215,14 +222,14 @@ bool Engine::Stream::GetNumbers(std::size_t column, std::size_t from, std::size_
   const auto* data = static_cast<const double*>(duckdb_vector_get_data(vector)) + from;
   const std::uint64_t* validity = duckdb_vector_get_validity(vector);
   if (validity == nullptr && AreFinite(data, count)) {
-    std::copy_n(data, count, values);
+    std::transform(data, data + count, values, Unsigned);
     return true;
   }
   bool isInfinite = false;
   for (std::size_t i = 0; i < count; ++i) {
     const bool isValid = validity == nullptr || IsValid(validity, from + i);
     isInfinite |= isValid && std::isinf(data[i]);
-    values[i] = isValid && std::isfinite(data[i]) ? data[i] : MCCommon_850::MCMV::Missing();
+    values[i] = isValid && std::isfinite(data[i]) ? Unsigned(data[i]) : MCCommon_850::MCMV::Missing();
   }
   return !isInfinite;
 }

@@ -10,6 +10,7 @@
 #include "host/data/CsvCell.h"
 #include "host/data/DataError.h"
 #include "host/data/SqlText.h"
+#include "host/data/TextInput.h"
 
 namespace BayesHost {
 
@@ -44,6 +45,23 @@ int FindDecimals(const std::string& type) {
   const auto known =
       std::find_if(kNumbers.begin(), kNumbers.end(), [&](const NumberRow& row) { return row.fType == type; });
   return known == kNumbers.end() ? -1 : known->fDecimals;
+}
+
+// What a value of JSON that is text in one record and a number in the next says, without quotes.
+const char* FindConversion(const std::string& type, bool isString) {
+  if (type == "JSON") return "json_extract_string({}, '$')";
+  return isString ? "CAST({} AS VARCHAR)" : "CAST({} AS DOUBLE)";
+}
+
+// The engine doesn't look at an archive's checksum.
+void CheckArchive(const DataFile& file) {
+  TextInput input(file.fPath);
+  std::array<char, 1 << 16> buffer{};
+  while (input.Read(buffer.data(), buffer.size()) > 0) {
+  }
+  if (input.IsDamaged()) {
+    throw DataError({file.fName, 0, 0, {}}, "The gzip archive ends too early or is damaged. Make it anew.");
+  }
 }
 
 std::string GetEnding(const DataFile& file) {
@@ -107,8 +125,7 @@ EngineVariable::EngineVariable(const Engine::Column& column) {
   const bool isBoolean = column.fType == "BOOLEAN";
   fVariable.fName = column.fName;
   fVariable.fIsString = decimals < 0 && !isBoolean;
-  fExpression =
-      fmt::format(fmt::runtime(fVariable.fIsString ? "CAST({} AS VARCHAR)" : "CAST({} AS DOUBLE)"), name);
+  fExpression = fmt::format(fmt::runtime(FindConversion(column.fType, fVariable.fIsString)), name);
   if (fVariable.fIsString) fVariable.fFormat.fType = kStringFormat;
   fVariable.fFormat.fDecimals = static_cast<std::uint8_t>(std::max(decimals, 0));
   if (decimals < 0) fVariable.fLevel = VariableState::Level::Nominal;
@@ -128,18 +145,25 @@ bool EngineTable::IsJson(const DataFile& file) {
 }
 
 EngineTable EngineTable::OpenParquet(DataFile file, Engine& engine, const Dictionary* dictionary) {
-  const std::string relation = fmt::format("read_parquet({})", QuoteFile(file.fPath));
+  const std::string relation =
+      fmt::format("read_parquet({}, hive_partitioning = false)", QuoteSource(file.fPath));
   return {std::move(file), relation, engine, dictionary};
 }
 
 // The types are taken from the whole file: a record may lack a field, or have a text where others have
-// numbers. The engine keeps some buffers of twice the largest record for each thread.
+// numbers. However many fields there are, they are fields and not the entries of one map. The engine keeps
+// some buffers of twice the largest record for each thread.
 EngineTable EngineTable::OpenJson(DataFile file, Engine& engine, const Dictionary* dictionary) {
   constexpr int kLargestRecord = 2 << 20;
+  const bool isArchive = TextInput::IsArchive(file.fPath);
+  if (isArchive) CheckArchive(file);
   const std::string relation = fmt::format(
-      "read_json({}, format = 'auto', records = true, sample_size = -1, maximum_object_size = {})",
-      QuoteFile(file.fPath), kLargestRecord);
-  return {std::move(file), relation, engine, dictionary};
+      "read_json({}, format = 'auto', records = true, sample_size = -1, maximum_object_size = {}, "
+      "map_inference_threshold = -1, hive_partitioning = false, compression = '{}')",
+      QuoteSource(file.fPath), kLargestRecord, isArchive ? "gzip" : "uncompressed");
+  EngineTable table(std::move(file), relation, engine, dictionary);
+  table.fIsFinite = true;
+  return table;
 }
 
 EngineTable::EngineTable(DataFile file, std::string relation, Engine& engine, const Dictionary* dictionary)
@@ -170,6 +194,16 @@ std::string EngineTable::MakeQuery(const std::vector<int>& columns) const {
   wanted.reserve(columns.size());
   for (const int column : columns) wanted.push_back(fvExpressions[static_cast<std::size_t>(column)]);
   return fmt::format("SELECT {} FROM {}", fmt::join(wanted, ", "), fRelation);
+}
+
+void EngineTable::CheckInfinite(const std::vector<int>& columns) const {
+  if (!fIsFinite) return;
+  std::vector<std::string> names;
+  for (const int column : columns) names.push_back(fvVariables[static_cast<std::size_t>(column)].fName);
+  throw DataError({fFile.fName, 0, 0, {}},
+                  fmt::format("A number is too large: the largest is about 1.8e308. Correct it, or leave it "
+                              "out, in {}.",
+                              fmt::join(names, ", ")));
 }
 
 // The engine names the file by a path that the user need not have written.

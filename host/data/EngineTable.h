@@ -25,6 +25,7 @@ class EngineTable : public TableSource {
 
   const std::vector<VariableState>& GetVariables() const override { return fvVariables; }
   std::string MakeQuery(const std::vector<int>& columns) const override;
+  void CheckInfinite(const std::vector<int>& columns) const override;
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:
@@ -32,6 +33,7 @@ class EngineTable : public TableSource {
 
   DataFile fFile;
   std::string fRelation;
+  bool fIsFinite = false;  // the form of the file has no infinite numbers, only ones that are too large
   std::vector<std::string> fvExpressions;  // of each column
   std::vector<VariableState> fvVariables;
 };

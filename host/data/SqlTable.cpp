@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cctype>
+#include <map>
 #include <numeric>
 
 #include "host/data/DataError.h"
@@ -13,6 +16,7 @@ namespace BayesHost {
 SqlTable::SqlTable(DataFile file, std::unique_ptr<TableSource> base, std::string sql, Engine& engine)
     : fFile(std::move(file)), fpBase(std::move(base)), fSql(std::move(sql)), fEngine(engine) {
   fSql.resize(fSql.find_last_not_of("; \n\t") + 1);
+  RequireDistinctNames();
   try {
     fEngine.Run(MakeView());
     fEngine.CheckSelect(fSql);
@@ -25,6 +29,22 @@ SqlTable::SqlTable(DataFile file, std::unique_ptr<TableSource> base, std::string
     }
   } catch (const EngineError& error) {
     Explain({}, error.what());
+  }
+}
+
+// The engine takes names that differ only in capitals for the same, and would read one variable for another.
+void SqlTable::RequireDistinctNames() const {
+  std::map<std::string, std::string> known;
+  for (const VariableState& variable : fpBase->GetVariables()) {
+    std::string folded = variable.fName;
+    std::transform(folded.begin(), folded.end(), folded.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto [twin, isNew] = known.try_emplace(folded, variable.fName);
+    if (isNew) continue;
+    throw DataError({fFile.fName, 0, 0, {}},
+                    fmt::format("{} and {} are the same name in SQL, where capitals don't count. Rename one "
+                                "of them in the file, or do without the query.",
+                                twin->second, variable.fName));
   }
 }
 

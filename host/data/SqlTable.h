@@ -26,6 +26,7 @@ class SqlTable : public TableSource {
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:
+  void RequireDistinctNames() const;
   std::string MakeView() const;
   void Inherit(VariableState& variable) const;
 

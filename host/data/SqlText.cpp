@@ -19,6 +19,10 @@ std::string_view DropKind(std::string_view text) {
   return end < 30 ? text.substr(end + kEnd.size()) : text;
 }
 
+std::string FullName(const std::filesystem::path& file) {
+  return std::filesystem::absolute(file).lexically_normal().string();
+}
+
 }  // namespace
 
 std::string QuoteText(std::string_view text) {
@@ -30,7 +34,18 @@ std::string QuoteName(std::string_view name) {
 }
 
 std::string QuoteFile(const std::filesystem::path& file) {
-  return QuoteText(std::filesystem::absolute(file).lexically_normal().string());
+  return QuoteText(FullName(file));
+}
+
+// Between brackets a character of a pattern stands for itself.
+std::string QuoteSource(const std::filesystem::path& file) {
+  constexpr std::string_view kPatternCharacters = "*?[";
+  std::string pattern;
+  for (const char c : FullName(file)) {
+    const bool isPlain = kPatternCharacters.find(c) == std::string_view::npos;
+    pattern += isPlain ? std::string(1, c) : std::string{'[', c, ']'};
+  }
+  return QuoteText(pattern);
 }
 
 std::string MakeReadable(const std::string& engineText) {

@@ -16,6 +16,10 @@ std::string QuoteName(std::string_view name);
 // A file the way the engine is told of it: the same text in queries and in the list of files it may touch.
 std::string QuoteFile(const std::filesystem::path& file);
 
+// The same for a file that is read: there the engine takes names for patterns, and "x[1].csv" would be
+// x1.csv.
+std::string QuoteSource(const std::filesystem::path& file);
+
 // The engine's error without its kind, its drawing of the query and its advice on settings: one line that
 // ends in a period.
 std::string MakeReadable(const std::string& engineText);

@@ -2,7 +2,7 @@
 """Runs the cases of one script: files, a command file, and what the report must hold.
 
     === what the case shows
-    --- heights.csv              a file of the case's folder
+    --- heights.csv              a file of the case's folder, or of a folder in it
     x
     1
     --- old.csv latin1           how the file is written: latin1, gzip, cut (its last 8 bytes are missing),
@@ -105,6 +105,7 @@ def write(folder, heading, text):
     """A file of the case, by its name and how it is written."""
     name, *ways = heading.split()
     path = pathlib.Path(folder, name)
+    path.parent.mkdir(exist_ok=True)
     if "folder" in ways:
         path.mkdir()
         return

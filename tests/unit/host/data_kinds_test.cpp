@@ -54,6 +54,17 @@ TEST(EngineTable, TurnsEveryTypeIntoNumbersOrText) {
   EXPECT_EQ(data.GetVariable(4).GetValueLabel(OBS(1.0)), "true");
 }
 
+// However many fields of one kind there are, they aren't the entries of one map.
+TEST(EngineTable, ReadsRecordsOfManyFields) {
+  std::string record = "{";
+  for (int i = 0; i < 500; ++i)
+    record += (i > 0 ? ",\"v" : "\"v") + std::to_string(i) + "\":" + std::to_string(i);
+  const TempData temp(record + "}\n", "wide.ndjson");
+  DataSet data(temp.GetFile(), {});
+  EXPECT_EQ(data.CountVariables(), 500);
+  EXPECT_THAT(ShowFirst(data), testing::EndsWith("v498=498 v499=499 "));
+}
+
 // In a column without any missing value of its own, among few rows and many.
 TEST(EngineTable, TakesWhatIsNotFiniteForMissing) {
   constexpr int kRows = 3000;
