@@ -64,7 +64,7 @@ CsvFile::CsvFile(DataFile file, const Dictionary* dictionary)
   ReadFirstRecord();
   TakeMissingWords(dictionary);
   std::vector<Profile> profiles = SettleDecimal();
-  fHasNames = !LooksLikeCase(profiles);
+  fHasNames = (dictionary != nullptr && dictionary->IsOf(fvNames)) || !LooksLikeCase(profiles);
   if (!fHasNames) profiles = SettleDecimal();
   NameVariables();
   CheckNames();

@@ -161,6 +161,12 @@ const Dictionary::Field* Dictionary::Find(const std::string& variable) const {
   return found == fFields.end() ? nullptr : &found->second;
 }
 
+bool Dictionary::IsOf(const std::vector<std::string>& names) const {
+  return !fFields.empty() && std::all_of(fFields.begin(), fFields.end(), [&](const auto& field) {
+    return std::find(names.begin(), names.end(), field.first) != names.end();
+  });
+}
+
 void Dictionary::CheckNames(const std::vector<std::string>& variables) const {
   for (const auto& [name, field] : fFields) {
     if (std::find(variables.begin(), variables.end(), name) != variables.end()) continue;

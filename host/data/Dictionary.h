@@ -36,6 +36,8 @@ class Dictionary {
 
   // Null for a variable that the dictionary doesn't have.
   const Field* Find(const std::string& variable) const;
+  // There are fields, and each has one of these names.
+  bool IsOf(const std::vector<std::string>& names) const;
   // Throws DataError when a field is none of these variables.
   void CheckNames(const std::vector<std::string>& variables) const;
   // Adds what the field says to a variable whose type and format are settled. Throws DataError when the types
