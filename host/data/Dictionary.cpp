@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 
 #include "host/data/CsvCell.h"
@@ -118,12 +119,25 @@ void Dictionary::Refuse(const std::string& field, const std::string& text) const
   throw DataError({fFile.fName, 0, 0, {}}, field.empty() ? text : fmt::format("Field {}: {}", field, text));
 }
 
+// `begin`: the text up to where no JSON can go on so.
+void Dictionary::RefuseJson(std::string_view begin) const {
+  begin = begin.substr(0, begin.find_last_not_of(" \t\r\n") + 1);
+  const auto line = 1 + std::count(begin.begin(), begin.end(), '\n');
+  const std::size_t character = begin.size() - (begin.rfind('\n') + 1);
+  throw DataError(
+      {fFile.fName, static_cast<std::uint64_t>(line), 0, {}},
+      fmt::format("This is not well-formed JSON: something is wrong at character {} of the line, or "
+                  "just before. Correct it there.",
+                  character));
+}
+
 Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
   CheckFile(fFile);
+  std::ifstream stream(fFile.fPath, std::ios::binary);
+  const std::string text(std::istreambuf_iterator<char>(stream), {});
   Field field;
   try {
-    std::ifstream stream(fFile.fPath, std::ios::binary);
-    const Json json = Json::parse(stream);
+    const Json json = Json::parse(text);
     if (!json.is_object() || !json.contains("fields") || !json["fields"].is_array())
       throw Misfit{"This is no table schema: it has no list \"fields\"."};
     const LabelledValues missing = TakeValues(json, "missingValues");
@@ -136,7 +150,7 @@ Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
       if (!fFields.emplace(field.fName, field).second) throw Misfit{"The field is described twice."};
     }
   } catch (const Json::parse_error& error) {
-    Refuse("", fmt::format("This is not well-formed JSON: something is wrong at byte {}.", error.byte));
+    RefuseJson(std::string_view(text).substr(0, error.byte));
   } catch (const Misfit& misfit) {
     Refuse(field.fName, misfit.fText);
   }
