@@ -67,7 +67,7 @@ void AddLimits(CLI::App& command, Request& request) {
       ->check(Expect(CLI::Range(0, kMostThreads), "a whole number from 0 to 1024"));
   command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
       ->transform(Expect(CLI::AsSizeValue(false), "a size such as 500MB or 2GB"))
-      ->check(Expect(CLI::Range(kLeastMemory, kMostMemory), "at least 1MB"));
+      ->check(Expect(CLI::Range(kLeastMemory, kMostMemory), "1MB to 1000000TB"));
   command.add_flag("-q,--quiet", request.fQuiet, "no progress and no warnings on standard error");
 }
 

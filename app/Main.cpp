@@ -2,8 +2,11 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -29,20 +32,54 @@ using namespace BayesApp;
 constexpr std::size_t kDefaultMemory = std::size_t{1} << 30U;
 constexpr int kDefaultWidth = 100;
 
-BayesHost::Session* interruptedSession = nullptr;
+std::atomic<BayesHost::Session*> interruptedSession = nullptr;
+std::atomic<std::int64_t> interruptTime = 0;  // of the first signal, in ms
 
-// Asked twice, the program ends at once.
-void OnInterrupt(int signal) {
-  if (interruptedSession == nullptr || interruptedSession->IsInterrupted()) std::_Exit(128 + signal);
-  interruptedSession->Interrupt();
+std::int64_t GetMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1'000'000;
 }
 
-// Of the signals that ask a program to end; one that its caller has it ignore stays ignored.
-void HandleInterrupts(void (*handler)(int)) {
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    if (std::signal(signal, handler) == SIG_IGN) std::signal(signal, SIG_IGN);
+// Asked again, the program ends at once. What comes on the heels of a signal is the same request: it goes to
+// the program, and to the group of processes that it belongs to.
+void OnInterrupt(int signal) {
+  constexpr std::int64_t kSameRequest = 500;
+  BayesHost::Session* const session = interruptedSession;
+  if (session == nullptr) return;
+  if (!session->IsInterrupted()) {
+    interruptTime = GetMilliseconds();
+    session->Interrupt();
+  } else if (GetMilliseconds() - interruptTime > kSameRequest) {
+    std::_Exit(128 + signal);
   }
 }
+
+// Handles the signals that ask a program to end, longer than the session lives, which has files to remove;
+// one that the caller has it ignore stays ignored.
+class InterruptHandling {
+ public:
+  InterruptHandling() { Set(OnInterrupt); }
+  ~InterruptHandling() { Set(SIG_DFL); }
+  InterruptHandling(const InterruptHandling&) = delete;
+  InterruptHandling& operator=(const InterruptHandling&) = delete;
+
+ private:
+  static void Set(void (*handler)(int)) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+      if (std::signal(signal, handler) == SIG_IGN) std::signal(signal, SIG_IGN);
+    }
+  }
+};
+
+// The session that they interrupt.
+class InterruptTarget {
+ public:
+  explicit InterruptTarget(BayesHost::Session& session) { interruptedSession = &session; }
+  ~InterruptTarget() { interruptedSession = nullptr; }
+  InterruptTarget(const InterruptTarget&) = delete;
+  InterruptTarget& operator=(const InterruptTarget&) = delete;
+};
 
 BayesHost::ChartUse FindChartUse(const Request& request) {
   if (!request.fChartFolder.empty() || request.fFormat == Format::Html) return BayesHost::ChartUse::Drawing;
@@ -125,10 +162,10 @@ void DeliverReport(const Request& request, const BayesHost::Report& report) {
 }
 
 int RunCommands(const Request& request) {
+  const InterruptHandling handling;
   BayesHost::Session session(MakeOptions(request));
   const BayesHost::Session::Use use(session);
-  interruptedSession = &session;
-  HandleInterrupts(OnInterrupt);
+  const InterruptTarget target(session);
   Runner runner(request, session, WantsColour(STDERR_FILENO));
   const bool ok = runner.Run();
   if (request.fAction == Action::Run && runner.HasRun()) {
@@ -136,8 +173,6 @@ int RunCommands(const Request& request) {
     if (!request.fChartFolder.empty()) WriteChartFiles(runner.GetReport(), request.fChartFolder);
   }
   if (request.fAction == Action::Check && ok) std::cout << "No problem found.\n";
-  HandleInterrupts(SIG_DFL);
-  interruptedSession = nullptr;
   return ok ? kSuccess : kCommandFailed;
 }
 

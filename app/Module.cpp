@@ -35,7 +35,7 @@ std::filesystem::path FindLibrary() {
 }  // namespace
 
 // Its symbols are resolved at once, so that a library that doesn't fit is refused here and not in the middle
-// of a run.
+// of a command.
 Module::Module() : fpLibrary(dlopen(FindLibrary().c_str(), RTLD_NOW | RTLD_LOCAL)) {
   if (fpLibrary == nullptr) ThrowLoaderError();
 }

@@ -86,8 +86,9 @@ bool Runner::Run() {
   }
   try {
     if (!fRequest.fDataFile.empty()) OpenData({fRequest.fDataFile, {}, {}}, {});
-  } catch (const BayesHost::DataError& error) {
-    std::cerr << "bayes: " << error.what() << '\n';
+  } catch (const std::exception& error) {
+    const std::string interrupted = BayesHost::ShowKey(BayesHost::kHostInterrupted).fText;
+    std::cerr << "bayes: " << (fSession.IsInterrupted() ? interrupted : error.what()) << '\n';
     return false;
   }
   bool ok = true;
@@ -127,7 +128,7 @@ bool Runner::RunStatement(const Statement& statement) {
   try {
     std::visit([this](const auto& content) { Execute(content); }, statement.fContent);
   } catch (const std::exception& error) {
-    AddError(*output, BayesHost::ShownText::Plain(error.what()));
+    if (!fSession.IsInterrupted()) AddError(*output, BayesHost::ShownText::Plain(error.what()));
   }
   if (fSession.IsInterrupted()) {
     AddError(*output, BayesHost::ShowKey(BayesHost::kHostInterrupted));
@@ -237,7 +238,8 @@ void Runner::CompleteHead() {
     origin.fBytes = data->GetFileBytes();
     origin.fVariables = static_cast<std::uint64_t>(data->CountFileVariables());
     try {
-      if (fRequest.fFingerprint) origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
+      if (fRequest.fFingerprint && !fSession.IsInterrupted())
+        origin.fFingerprint = BayesHost::FingerprintFile(data->GetFile());
       origin.fCases = data->CountCases();
       // An interrupt leaves cases uncounted that were not read before.
       if (origin.fCases > 0 || !fSession.IsInterrupted()) fReport.fHead.fData = origin;

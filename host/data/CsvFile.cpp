@@ -316,7 +316,8 @@ std::string CsvFile::DescribeDialect() const {
   std::vector<std::string> missing;
   for (const std::string& cell : fMissingCells) missing.push_back(QuoteText(cell));
   return fmt::format(
-      "auto_detect = false, header = {}, delim = {}, quote = {}, escape = {}, new_line = '{}', "
+      "auto_detect = false, hive_partitioning = false, header = {}, delim = {}, quote = {}, escape = {}, "
+      "new_line = '{}', "
       "decimal_separator = '{}', nullstr = [{}], buffer_size = {}, compression = '{}'",
       fHasNames, QuoteText({&fDialect.fDelimiter, 1}), QuoteText({&fDialect.fQuote, 1}),
       QuoteText({&fDialect.fEscape, 1}), EscapeNewLine(fDialect.fNewLine), fDialect.fDecimal,

@@ -69,8 +69,8 @@ void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, st
 
 DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
     : fFile(std::move(file)),
+      fLimits(limits),
       fThreads(std::max(limits.fThreads, 1)),
-      fStop(limits.fStop),
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
       fpSource(OpenTable(fFile, options, fEngine)),
@@ -192,12 +192,13 @@ bool DataSet::Load() {
 }
 
 bool DataSet::LoadColumns(const std::vector<int>& variables) {
+  if (fLimits.IsStopped()) return false;
   auto store = std::make_unique<ColumnStore>(fBudget, static_cast<int>(variables.size()));
   try {
     if (!ReadColumns(variables, *store)) return false;
   } catch (const EngineError& error) {
     store.reset();
-    if (IsStopped()) return false;
+    if (fLimits.IsStopped()) return false;
     if (fpSource->AllowLongerRecords()) return LoadColumns(variables);
     fpSource->Explain(variables, error.what());
   }
@@ -211,7 +212,7 @@ bool DataSet::ReadColumns(const std::vector<int>& variables, ColumnStore& store)
   bool isFinite = true;
   Engine::Stream stream = fEngine.Query(fpSource->MakeQuery(variables));
   while (stream.Next()) {
-    if (IsStopped()) return false;
+    if (fLimits.IsStopped()) return false;
     isFinite &= TakeRows(stream, variables, store);
   }
   store.Finish();

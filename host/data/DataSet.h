@@ -35,6 +35,7 @@ class BAYES_PLATFORM DataSet {
     int fThreads = 1;
     bool fIsToBeRead = false;  // cases will be read: with several threads the engine opens ahead
     StopQuery fStop = {};      // whether the user wants to stop; asked on any thread
+    bool IsStopped() const { return fStop && fStop(); }
   };
 
   // Throws DataError.
@@ -102,7 +103,6 @@ class BAYES_PLATFORM DataSet {
   std::vector<int> ListUnread(std::vector<int> wanted) const;
   bool LoadColumns(const std::vector<int>& variables);
   bool ReadColumns(const std::vector<int>& variables, ColumnStore& store);
-  bool IsStopped() const { return fStop && fStop(); }
   bool TakeRows(const Engine::Stream& stream, const std::vector<int>& variables, ColumnStore& store);
   void EncodeStrings(const std::string_view* texts, std::size_t count, StringPool& pool, double* codes);
   void Adopt(const std::vector<int>& variables, std::unique_ptr<ColumnStore> store);
@@ -113,8 +113,8 @@ class BAYES_PLATFORM DataSet {
 
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
+  Limits fLimits;
   int fThreads;
-  StopQuery fStop;
   MemoryBudget fBudget;
   Engine fEngine;
   std::unique_ptr<TableSource> fpSource;

@@ -46,7 +46,7 @@ class CsvWriter {
   CsvWriter(DataSet& data, std::ostream& out, const DataSet::Limits& limits)
       : fData(data),
         fOut(out),
-        fStop(limits.fStop),
+        fLimits(limits),
         fvStretches(static_cast<std::size_t>(std::max(limits.fThreads, 1))) {
     fvAll.resize(static_cast<std::size_t>(data.CountVariables()));
     std::iota(fvAll.begin(), fvAll.end(), 0);
@@ -61,7 +61,7 @@ class CsvWriter {
     const int count = static_cast<int>(fvStretches.size());
     for (std::uint64_t begin = 0; fOut && begin < fData.CountCases();
          begin += fvStretches.size() * kStretchCases) {
-      if (fStop && fStop()) return false;
+      if (fLimits.IsStopped()) return false;
       threads.ForEach(count, count, [&](int i) {
         const auto stretch = static_cast<std::size_t>(i);
         FormatCases(begin + stretch * kStretchCases, fvStretches[stretch]);
@@ -109,7 +109,7 @@ class CsvWriter {
 
   DataSet& fData;
   std::ostream& fOut;
-  DataSet::StopQuery fStop;
+  const DataSet::Limits& fLimits;
   std::vector<int> fvAll;
   std::vector<std::string> fvStretches;
 };
@@ -143,7 +143,8 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
       limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}, false, limits.fStop};
   Engine engine(options);
   engine.Run(
-      fmt::format("COPY (FROM read_csv({}, auto_detect = false, header = true, delim = ',', quote = '\"', "
+      fmt::format("COPY (FROM read_csv({}, auto_detect = false, hive_partitioning = false, header = true, "
+                  "delim = ',', quote = '\"', "
                   "escape = '\"', nullstr = '', buffer_size = 4194304, columns = {{{}}})) TO {} "
                   "(FORMAT parquet, USE_TMP_FILE false)",
                   QuoteSource(csv), DeclareColumns(data), QuoteFile(file.GetPath())));
@@ -166,7 +167,7 @@ void SaveData(DataSet& data, const DataFile& target, const DataSet::Limits& limi
   } catch (const std::system_error& error) {
     refuse(error.code().message() + ".");
   } catch (const EngineError& error) {
-    if (limits.fStop && limits.fStop()) return;
+    if (limits.IsStopped()) return;
     refuse(MakeReadable(error.what()));
   }
 }

@@ -123,7 +123,9 @@ void Dictionary::Refuse(const std::string& field, const std::string& text) const
 void Dictionary::RefuseJson(std::string_view begin) const {
   begin = begin.substr(0, begin.find_last_not_of(" \t\r\n") + 1);
   const auto line = 1 + std::count(begin.begin(), begin.end(), '\n');
-  const std::size_t character = begin.size() - (begin.rfind('\n') + 1);
+  const std::string_view last = begin.substr(begin.rfind('\n') + 1);
+  const auto character = std::count_if(last.begin(), last.end(), [](char c) { return (c & 0xC0) != 0x80; });
+  if (begin.empty()) Refuse("", "The dictionary is empty. Expected {\"fields\": [...]}.");
   throw DataError(
       {fFile.fName, static_cast<std::uint64_t>(line), 0, {}},
       fmt::format("This is not well-formed JSON: something is wrong at character {} of the line, or "
@@ -151,6 +153,8 @@ Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
     }
   } catch (const Json::parse_error& error) {
     RefuseJson(std::string_view(text).substr(0, error.byte));
+  } catch (const Json::out_of_range&) {
+    Refuse("", "A number is too large: the largest is about 1.8e308. Correct it.");
   } catch (const Misfit& misfit) {
     Refuse(field.fName, misfit.fText);
   }

@@ -82,7 +82,12 @@ struct Engine::State {
 };
 
 Engine::Engine(Options options) : fOptions(std::move(options)) {
-  if (fOptions.fOpensAhead) fOpening = std::async(std::launch::async, [this] { return Open(); });
+  if (!fOptions.fOpensAhead) return;
+  try {
+    fOpening = std::async(std::launch::async, [this] { return Open(); });
+  } catch (const std::system_error&) {
+    // No thread is to be had: it is opened when it is needed.
+  }
 }
 
 Engine::~Engine() = default;
@@ -115,11 +120,18 @@ std::unique_ptr<Engine::State> Engine::Open() const {
   if (duckdb_connect(state->fDatabase, &state->fConnection) != DuckDBSuccess)
     throw EngineError("no connection");
   Lock(*state);
-  if (fOptions.fStop) {
-    state->fWatch = std::jthread([stop = fOptions.fStop, connection = state->fConnection](
-                                     const std::stop_token& end) { Watch(end, connection, stop); });
-  }
+  StartWatch(*state);
   return state;
+}
+
+void Engine::StartWatch(State& state) const {
+  if (!fOptions.fStop) return;
+  try {
+    state.fWatch = std::jthread([stop = fOptions.fStop, connection = state.fConnection](
+                                    const std::stop_token& end) { Watch(end, connection, stop); });
+  } catch (const std::system_error&) {
+    // No thread is to be had: the stop is heeded between the rows.
+  }
 }
 
 // The streaming buffer belongs to the connection: among the engine's own settings it has no effect. While its

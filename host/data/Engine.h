@@ -75,12 +75,15 @@ class Engine {
     std::string fType;
   };
   std::vector<Column> Describe(const std::string& relation);
+  // Its errors may come of this.
+  bool IsStopped() const { return fOptions.fStop && fOptions.fStop(); }
 
  private:
   struct State;
   State& GetState();
   std::unique_ptr<State> Open() const;
   void Lock(const State& state) const;
+  void StartWatch(State& state) const;
 
   Options fOptions;
   std::future<std::unique_ptr<State>> fOpening;

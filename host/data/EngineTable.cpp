@@ -167,7 +167,7 @@ EngineTable EngineTable::OpenJson(DataFile file, Engine& engine, const Dictionar
 }
 
 EngineTable::EngineTable(DataFile file, std::string relation, Engine& engine, const Dictionary* dictionary)
-    : fFile(std::move(file)), fRelation(std::move(relation)) {
+    : fFile(std::move(file)), fRelation(std::move(relation)), fEngine(engine) {
   try {
     std::vector<std::string> names;
     std::vector<bool> fractional;
@@ -185,6 +185,7 @@ EngineTable::EngineTable(DataFile file, std::string relation, Engine& engine, co
       if (dictionary != nullptr) dictionary->Complete(fvVariables[i]);
     }
   } catch (const EngineError& error) {
+    if (engine.IsStopped()) throw;
     Explain({}, error.what());
   }
 }
@@ -198,20 +199,31 @@ std::string EngineTable::MakeQuery(const std::vector<int>& columns) const {
 
 void EngineTable::CheckInfinite(const std::vector<int>& columns) const {
   if (!fIsFinite) return;
-  std::vector<std::string> names;
-  for (const int column : columns) names.push_back(fvVariables[static_cast<std::size_t>(column)].fName);
-  throw DataError({fFile.fName, 0, 0, {}},
-                  fmt::format("A number is too large: the largest is about 1.8e308. Correct it, or leave it "
-                              "out, in {}.",
-                              fmt::join(names, ", ")));
+  for (const int column : columns) {
+    const auto i = static_cast<std::size_t>(column);
+    if (fvVariables[i].fIsString || !HasInfinite(fvExpressions[i])) continue;
+    throw DataError(
+        {fFile.fName, 0, column + 1, fvVariables[i].fName},
+        "A number is infinite, or too large: the largest is about 1.8e308. Correct it, or leave it out.");
+  }
+}
+
+bool EngineTable::HasInfinite(const std::string& expression) const {
+  double count = 0;
+  const std::string sql =
+      fmt::format("SELECT CAST(count_if(isinf({})) AS DOUBLE) FROM {}", expression, fRelation);
+  for (Engine::Stream stream = fEngine.Query(sql); stream.Next();) stream.GetNumbers(0, 0, 1, &count);
+  return count > 0;
 }
 
 // The engine names the file by a path that the user need not have written.
 void EngineTable::Explain(const std::vector<int>& /*columns*/, const std::string& engineText) const {
   std::string text = MakeReadable(engineText);
-  const std::string path = std::filesystem::absolute(fFile.fPath).lexically_normal().string();
-  for (std::size_t at = text.find(path); at != std::string::npos; at = text.find(path))
-    text.replace(at, path.size(), fFile.fName);
+  for (const std::string& quoted : {QuoteSource(fFile.fPath), QuoteFile(fFile.fPath)}) {
+    const std::string path = quoted.substr(1, quoted.size() - 2);
+    for (std::size_t at = 0; (at = text.find(path, at)) != std::string::npos; at += fFile.fName.size())
+      text.replace(at, path.size(), fFile.fName);
+  }
   if (text.find("expected records") != std::string::npos)
     text = "It holds no records. Expected [{\"name\": value, ...}, ...], or one such object on each line.";
   throw DataError({fFile.fName, 0, 0, {}},

@@ -29,11 +29,13 @@ class EngineTable : public TableSource {
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:
+  bool HasInfinite(const std::string& expression) const;
   EngineTable(DataFile file, std::string relation, Engine& engine, const Dictionary* dictionary);
 
   DataFile fFile;
   std::string fRelation;
-  bool fIsFinite = false;  // the form of the file has no infinite numbers, only ones that are too large
+  Engine& fEngine;
+  bool fIsFinite = false;                  // infinite numbers are none of the file's own, but were too large
   std::vector<std::string> fvExpressions;  // of each column
   std::vector<VariableState> fvVariables;
 };

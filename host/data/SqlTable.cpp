@@ -28,6 +28,7 @@ SqlTable::SqlTable(DataFile file, std::unique_ptr<TableSource> base, std::string
       fvExpressions.push_back(std::move(variable.fExpression));
     }
   } catch (const EngineError& error) {
+    if (fEngine.IsStopped()) throw;
     Explain({}, error.what());
   }
 }
@@ -50,13 +51,18 @@ void SqlTable::RequireDistinctNames() const {
 
 std::string SqlTable::MakeView() const {
   const std::vector<VariableState>& variables = fpBase->GetVariables();
-  std::vector<int> all(variables.size());
-  std::iota(all.begin(), all.end(), 0);
   std::vector<std::string> names;
   names.reserve(variables.size());
   for (const VariableState& variable : variables) names.push_back(QuoteName(variable.fName));
   return fmt::format("CREATE OR REPLACE TEMP VIEW data({}) AS {}", fmt::join(names, ", "),
-                     fpBase->MakeQuery(all));
+                     fpBase->MakeQuery(ListColumns()));
+}
+
+// Those of the file.
+std::vector<int> SqlTable::ListColumns() const {
+  std::vector<int> all(fpBase->GetVariables().size());
+  std::iota(all.begin(), all.end(), 0);
+  return all;
 }
 
 // A column that keeps its name and kind keeps its labels, format and user-missing values.
@@ -89,13 +95,14 @@ bool SqlTable::AllowLongerRecords() {
   return true;
 }
 
+// In the file; what a query itself makes infinite is missing.
+void SqlTable::CheckInfinite(const std::vector<int>& /*columns*/) const {
+  fpBase->CheckInfinite(ListColumns());
+}
+
 // An error of the file itself is told by the table that knows the file.
 void SqlTable::Explain(const std::vector<int>& /*columns*/, const std::string& engineText) const {
-  if (engineText.find("CSV Error on Line") != std::string::npos) {
-    std::vector<int> all(fpBase->GetVariables().size());
-    std::iota(all.begin(), all.end(), 0);
-    fpBase->Explain(all, engineText);
-  }
+  if (engineText.find("CSV Error on Line") != std::string::npos) fpBase->Explain(ListColumns(), engineText);
   std::vector<std::string> names;
   for (const VariableState& variable : fpBase->GetVariables()) names.push_back(variable.fName);
   throw DataError(

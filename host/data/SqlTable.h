@@ -23,11 +23,13 @@ class SqlTable : public TableSource {
   void Prepare() override;
   std::string MakeQuery(const std::vector<int>& columns) const override;
   bool AllowLongerRecords() override;
+  void CheckInfinite(const std::vector<int>& columns) const override;
   [[noreturn]] void Explain(const std::vector<int>& columns, const std::string& engineText) const override;
 
  private:
   void RequireDistinctNames() const;
   std::string MakeView() const;
+  std::vector<int> ListColumns() const;
   void Inherit(VariableState& variable) const;
 
   DataFile fFile;

@@ -51,7 +51,7 @@ int CountWorkers(int tasks, int maxThreads) {
 void Start(std::vector<std::jthread>& helpers, int count, TaskQueue& queue) {
   try {
     for (int i = 0; i < count; ++i) helpers.emplace_back([&queue] { queue.Work(); });
-  } catch (const std::system_error&) {
+  } catch (const std::exception&) {
   }
 }
 

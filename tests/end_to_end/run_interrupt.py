@@ -34,6 +34,7 @@ def start(program, folder, temporary):
 
 
 def check(program):
+    signal.signal(signal.SIGINT, signal.default_int_handler)  # where it is ignored the programs would ignore it, too
     with tempfile.TemporaryDirectory() as name:
         folder, temporary = pathlib.Path(name, "study"), pathlib.Path(name, "temporary")
         folder.mkdir()

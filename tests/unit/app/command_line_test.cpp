@@ -54,7 +54,7 @@ TEST(CommandLine, BadValuesAreToldInWords) {
       {"--format", "xml", "--format: xml is no format: expected text, json, html, md or csv\n"},
       {"--threads", "-1", "--threads: -1 is not allowed: expected a whole number from 0 to 1024\n"},
       {"--threads", "100000", "--threads: 100000 is not allowed: expected a whole number from 0 to 1024\n"},
-      {"--memory", "-5", "--memory: -5 is not allowed: expected at least 1MB\n"},
+      {"--memory", "-5", "--memory: -5 is not allowed: expected 1MB to 1000000TB\n"},
       {"--seed", "0", "--seed: 0 is not allowed: expected a whole number above 0\n"},
       {"--memory", "much", "--memory: much is not allowed: expected a size such as 500MB or 2GB\n"},
   };

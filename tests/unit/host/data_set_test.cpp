@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "host/data/DataError.h"
 #include "host/data/DataSet.h"
+#include "host/data/DataWriter.h"
 #include "support/TempData.h"
 
 namespace BayesHost {
@@ -71,14 +73,16 @@ TEST(DataSet, NoticesAFileThatChanged) {
 
 TEST(DataSet, AddsNothingWhenStopped) {
   const TempData temp("x\n1\n2\n");
-  bool isStopped = true;
-  DataSet data(temp.GetFile(), {.fStop = [&] { return isStopped; }});
+  std::atomic<bool> isStopped = false;
+  DataSet data(temp.GetFile(), {.fStop = [&] { return isStopped.load(); }});
+  isStopped = true;
   data.Require({0});
   EXPECT_FALSE(data.Load());
-  isStopped = false;
-  data.Require({0});
-  EXPECT_TRUE(data.Load());
-  EXPECT_EQ(SumOf(data, 0), 3);
+  for (const char* name : {"out.csv", "out.parquet"}) {
+    const DataFile target{temp.GetFolder() / name, name};
+    SaveData(data, target, {.fStop = [] { return true; }});
+    EXPECT_FALSE(std::filesystem::exists(target.fPath)) << name;
+  }
 }
 
 TEST(DataSet, FindsVariablesByNameWhateverTheCase) {
