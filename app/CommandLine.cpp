@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <map>
@@ -64,7 +66,7 @@ void AddSource(CLI::App& command, Request& request) {
 
 void AddLimits(CLI::App& command, Request& request) {
   command.add_option("--threads", request.fThreads, "threads to use (0: all cores)")
-      ->check(Expect(CLI::Range(0, kMostThreads), "a whole number from 0 to 1024"));
+      ->check(Expect(CLI::Range(0, kMostThreads), fmt::format("a whole number from 0 to {}", kMostThreads)));
   command.add_option("--memory", request.fMemoryBytes, "memory to stay within, such as 500MB or 2GB")
       ->transform(Expect(CLI::AsSizeValue(false), "a size such as 500MB or 2GB"))
       ->check(Expect(CLI::Range(kLeastMemory, kMostMemory), "1MB to 1000000TB"));

@@ -87,8 +87,10 @@ bool Runner::Run() {
   try {
     if (!fRequest.fDataFile.empty()) OpenData({fRequest.fDataFile, {}, {}}, {});
   } catch (const std::exception& error) {
-    const std::string interrupted = BayesHost::ShowKey(BayesHost::kHostInterrupted).fText;
-    std::cerr << "bayes: " << (fSession.IsInterrupted() ? interrupted : error.what()) << '\n';
+    const bool isInterrupted = fSession.IsInterrupted();
+    std::cerr << "bayes: "
+              << (isInterrupted ? BayesHost::ShowKey(BayesHost::kHostInterrupted).fText : error.what())
+              << '\n';
     return false;
   }
   bool ok = true;

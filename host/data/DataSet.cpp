@@ -40,17 +40,16 @@ Engine::Options MakeEngineOptions(const DataFile& file, const DataSet::Limits& l
   const int threads = hasQuery ? 1 : std::max(limits.fThreads, 1);
   const std::size_t least = kLeastEngineBytes * Index(threads);
   const bool opensAhead = limits.fIsToBeRead && limits.fThreads > 1;
-  return {threads,     std::max(limits.fMemoryBytes / 2, least), GetTempFolder(), {file.fPath}, opensAhead,
-          limits.fStop};
+  return {.fThreads = threads,
+          .fMemoryBytes = std::max(limits.fMemoryBytes / 2, least),
+          .fTempFolder = GetTempFolder(),
+          .fvFiles = {file.fPath},
+          .fOpensAhead = opensAhead,
+          .fStop = limits.fStop};
 }
 
 // Fewer cases than this are sorted sooner than another thread has begun.
 constexpr std::uint64_t kLeastSortShare = std::uint64_t{1} << 16;
-
-// Where share `share` of `count` things begins, and the one before it ends.
-std::uint64_t CutShare(std::uint64_t count, int share, int shares) {
-  return count * Index(share) / Index(shares);
-}
 
 // The cursor's cases that have a place in this stretch of the order, which begins at `begin`.
 void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, std::size_t begin,
@@ -70,7 +69,6 @@ void GatherStretch(CaseCursor& cursor, std::span<const std::uint32_t> places, st
 DataSet::DataSet(DataFile file, const Limits& limits, const DataOptions& options)
     : fFile(std::move(file)),
       fLimits(limits),
-      fThreads(std::max(limits.fThreads, 1)),
       fBudget(limits.fMemoryBytes / 2),
       fEngine(MakeEngineOptions(fFile, limits, !options.fSql.empty())),
       fpSource(OpenTable(fFile, options, fEngine)),
@@ -299,7 +297,7 @@ CaseCursor DataSet::MakeCursor(const std::vector<int>& variables) {
 
 int DataSet::CountSortThreads() const {
   const std::uint64_t shares = fCases / kLeastSortShare;
-  return static_cast<int>(std::clamp<std::uint64_t>(shares, 1, Index(fThreads)));
+  return static_cast<int>(std::clamp<std::uint64_t>(shares, 1, Index(std::max(fLimits.fThreads, 1))));
 }
 
 void DataSet::SortColumns(const std::vector<int>& variables) {

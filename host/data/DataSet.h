@@ -114,7 +114,6 @@ class BAYES_PLATFORM DataSet {
   DataFile fFile;
   std::uint64_t fFileBytes = 0;
   Limits fLimits;
-  int fThreads;
   MemoryBudget fBudget;
   Engine fEngine;
   std::unique_ptr<TableSource> fpSource;

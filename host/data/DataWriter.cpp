@@ -139,9 +139,11 @@ void SaveParquet(DataSet& data, const std::filesystem::path& target, const DataS
   const std::filesystem::path csv = names.Make("bayes_save_");
   if (csv.empty()) throw std::system_error(errno, std::generic_category());
   if (!SaveCsv(data, csv, limits)) return;
-  const Engine::Options options{
-      limits.fThreads, limits.fMemoryBytes / 2, GetTempFolder(), {csv, file.GetPath()}, false, limits.fStop};
-  Engine engine(options);
+  Engine engine({.fThreads = limits.fThreads,
+                 .fMemoryBytes = limits.fMemoryBytes / 2,
+                 .fTempFolder = GetTempFolder(),
+                 .fvFiles = {csv, file.GetPath()},
+                 .fStop = limits.fStop});
   engine.Run(
       fmt::format("COPY (FROM read_csv({}, auto_detect = false, hive_partitioning = false, header = true, "
                   "delim = ',', quote = '\"', "

@@ -10,6 +10,7 @@
 
 #include "host/data/CsvCell.h"
 #include "host/data/DataError.h"
+#include "host/session/Session.h"
 
 namespace BayesHost {
 
@@ -119,18 +120,16 @@ void Dictionary::Refuse(const std::string& field, const std::string& text) const
   throw DataError({fFile.fName, 0, 0, {}}, field.empty() ? text : fmt::format("Field {}: {}", field, text));
 }
 
-// `begin`: the text up to where no JSON can go on so.
-void Dictionary::RefuseJson(std::string_view begin) const {
-  begin = begin.substr(0, begin.find_last_not_of(" \t\r\n") + 1);
-  const auto line = 1 + std::count(begin.begin(), begin.end(), '\n');
-  const std::string_view last = begin.substr(begin.rfind('\n') + 1);
-  const auto character = std::count_if(last.begin(), last.end(), [](char c) { return (c & 0xC0) != 0x80; });
-  if (begin.empty()) Refuse("", "The dictionary is empty. Expected {\"fields\": [...]}.");
+// `byte`: where no JSON can go on as the text does.
+void Dictionary::RefuseJson(const std::string& text, std::size_t byte) const {
+  const std::size_t last = text.find_last_not_of(" \t\r\n", byte);
+  if (last == std::string::npos) Refuse("", "The dictionary is empty. Expected {\"fields\": [...]}.");
+  const SourcePlace place = FindPlace({fFile.fName, text, 0, text.size()}, last);
   throw DataError(
-      {fFile.fName, static_cast<std::uint64_t>(line), 0, {}},
+      {fFile.fName, static_cast<std::uint64_t>(place.fLine), 0, {}},
       fmt::format("This is not well-formed JSON: something is wrong at character {} of the line, or "
                   "just before. Correct it there.",
-                  character));
+                  place.fColumn));
 }
 
 Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
@@ -152,7 +151,7 @@ Dictionary::Dictionary(DataFile file) : fFile(std::move(file)) {
       if (!fFields.emplace(field.fName, field).second) throw Misfit{"The field is described twice."};
     }
   } catch (const Json::parse_error& error) {
-    RefuseJson(std::string_view(text).substr(0, error.byte));
+    RefuseJson(text, error.byte - 1);
   } catch (const Json::out_of_range&) {
     Refuse("", "A number is too large: the largest is about 1.8e308. Correct it.");
   } catch (const Misfit& misfit) {

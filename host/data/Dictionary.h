@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -49,7 +48,7 @@ class Dictionary {
 
  private:
   [[noreturn]] void Refuse(const std::string& field, const std::string& text) const;
-  [[noreturn]] void RefuseJson(std::string_view begin) const;
+  [[noreturn]] void RefuseJson(const std::string& text, std::size_t byte) const;
   OBS Convert(const Field& field, const OBS& value, bool toText) const;
   void AddMissing(const Field& field, VariableState& variable) const;
 

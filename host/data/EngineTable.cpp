@@ -219,11 +219,9 @@ bool EngineTable::HasInfinite(const std::string& expression) const {
 // The engine names the file by a path that the user need not have written.
 void EngineTable::Explain(const std::vector<int>& /*columns*/, const std::string& engineText) const {
   std::string text = MakeReadable(engineText);
-  for (const std::string& quoted : {QuoteSource(fFile.fPath), QuoteFile(fFile.fPath)}) {
-    const std::string path = quoted.substr(1, quoted.size() - 2);
-    for (std::size_t at = 0; (at = text.find(path, at)) != std::string::npos; at += fFile.fName.size())
-      text.replace(at, path.size(), fFile.fName);
-  }
+  const std::string path = FullName(fFile.fPath);
+  for (std::size_t at = 0; (at = text.find(path, at)) != std::string::npos; at += fFile.fName.size())
+    text.replace(at, path.size(), fFile.fName);
   if (text.find("expected records") != std::string::npos)
     text = "It holds no records. Expected [{\"name\": value, ...}, ...], or one such object on each line.";
   throw DataError({fFile.fName, 0, 0, {}},

@@ -101,10 +101,9 @@ SplitIndex::SplitIndex(const CaseCursor& cursor, std::uint64_t rows, int variabl
   if (rows >= std::numeric_limits<std::uint32_t>::max()) {
     throw std::length_error("Split files take at most 4,294,967,294 cases.");
   }
-  const auto count = static_cast<std::uint64_t>(threads);
   std::vector<Share> shares;
-  for (std::uint64_t i = 0; i < count; ++i) {
-    shares.emplace_back(cursor, rows * i / count, rows * (i + 1) / count,
+  for (int i = 0; i < threads; ++i) {
+    shares.emplace_back(cursor, CutShare(rows, i, threads), CutShare(rows, i + 1, threads),
                         static_cast<std::size_t>(variables));
   }
   const auto forEachShare = [&](const auto& task) {

@@ -13,6 +13,11 @@ namespace BayesHost {
 
 class CaseCursor;
 
+// Where share `share` begins, and the one before it ends, when `count` things are cut into equal shares.
+inline std::uint64_t CutShare(std::uint64_t count, int share, int shares) {
+  return count * static_cast<std::uint64_t>(share) / static_cast<std::uint64_t>(shares);
+}
+
 // The groups of cases with equal values of the split variables, in ascending order of these values (missing
 // first, strings by bytes), and the rows of each in the order of the file.
 class SplitIndex {

@@ -2,14 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cctype>
 #include <map>
 #include <numeric>
 
 #include "host/data/DataError.h"
 #include "host/data/EngineTable.h"
 #include "host/data/SqlText.h"
+#include "host/parser/Keywords.h"
 
 namespace BayesHost {
 
@@ -37,10 +36,7 @@ SqlTable::SqlTable(DataFile file, std::unique_ptr<TableSource> base, std::string
 void SqlTable::RequireDistinctNames() const {
   std::map<std::string, std::string> known;
   for (const VariableState& variable : fpBase->GetVariables()) {
-    std::string folded = variable.fName;
-    std::transform(folded.begin(), folded.end(), folded.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    const auto [twin, isNew] = known.try_emplace(folded, variable.fName);
+    const auto [twin, isNew] = known.try_emplace(ToUpper(variable.fName), variable.fName);
     if (isNew) continue;
     throw DataError({fFile.fName, 0, 0, {}},
                     fmt::format("{} and {} are the same name in SQL, where capitals don't count. Rename one "

@@ -19,11 +19,11 @@ std::string_view DropKind(std::string_view text) {
   return end < 30 ? text.substr(end + kEnd.size()) : text;
 }
 
+}  // namespace
+
 std::string FullName(const std::filesystem::path& file) {
   return std::filesystem::absolute(file).lexically_normal().string();
 }
-
-}  // namespace
 
 std::string QuoteText(std::string_view text) {
   return Enclose(text, '\'');

@@ -13,6 +13,9 @@ std::string QuoteText(std::string_view text);
 // "name" with its quotes doubled.
 std::string QuoteName(std::string_view name);
 
+// The file's name from the root on.
+std::string FullName(const std::filesystem::path& file);
+
 // A file the way the engine is told of it: the same text in queries and in the list of files it may touch.
 std::string QuoteFile(const std::filesystem::path& file);
 

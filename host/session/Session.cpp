@@ -46,6 +46,7 @@ std::filesystem::path ResolvePath(const CommandText& command, const std::string&
 
 Session::Session(const RunOptions& options)
     : fOptions(options), fSeed(options.fSeed == 0 ? DrawSeed() : options.fSeed), fSeedSource(fSeed) {}
+
 // The document of many groups of cases takes as long to free as the data.
 Session::~Session() {
   ACAThreadFactory().ForEach(2, fOptions.fThreads, [this](int i) {
